@@ -1,0 +1,62 @@
+// Host contract: everything that happens to the app from outside, as small typed values.
+// A host turns native input into these and hands them to UIApplication::handle.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+#include "platform/foundation/geometry.h"
+
+/// Seconds on the host's monotonic clock; the same clock as UIApplication::frame's.
+using HostTime = double;
+
+enum class UITouchPhase { began, moved, ended, cancelled };
+
+struct HostTouch {
+    UITouchPhase phase = UITouchPhase::began;
+    /// One finger, pen or the mouse from its landing to its lift; ids may be used again afterwards.
+    int64_t id = 0;
+    CGPoint location;  ///< points from the window's top left
+    HostTime time = 0;
+};
+
+enum class HostKey { character, escape, returnKey, space, home, left, right, up, down, f1, f11, tab, backspace };
+
+struct HostKeyPress {
+    HostKey key = HostKey::character;
+    /// For HostKey::character: the UTF-8 text that the press types ("?", "c"), in lower case for letters.
+    std::string text;
+    bool repeated = false;
+    bool control = false;
+    HostTime time = 0;
+};
+
+struct HostWheel {
+    CGPoint location;
+    double steps = 0;  ///< notches, away from the user positive
+    HostTime time = 0;
+};
+
+struct HostResize {
+    CGSize size;  ///< points
+    double scale = 1;  ///< pixels per point
+};
+
+/// Hidden or minimised windows draw nothing and stop the clock.
+struct HostVisibility {
+    bool visible = true;
+};
+
+enum class HostLifecycle { didBecomeActive, willResignActive, memoryWarning, willTerminate };
+
+/// The GL context died with all its objects; the surface can make a new one.
+struct HostContextLost {};
+
+struct HostClose {};
+
+using HostEvent = std::variant<HostTouch, HostKeyPress, HostWheel, HostResize, HostVisibility, HostLifecycle,
+                               HostContextLost, HostClose>;
+
+/// One line for logs and failing tests: "touch began 3 {12, 40} 0.25".
+std::string describe(const HostEvent& event);

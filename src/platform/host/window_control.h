@@ -1,0 +1,15 @@
+// Host contract: what the app may ask of the window it lives in.
+#pragma once
+
+#include <string>
+
+class WindowControl {
+  public:
+    virtual ~WindowControl() = default;
+    virtual bool isFullscreen() const = 0;
+    virtual void setFullscreen(bool fullscreen) = 0;
+    /// While disabled the machine neither dims nor locks the screen.
+    virtual void setIdleTimerDisabled(bool disabled) = 0;
+    /// Ends the app after the current frame.
+    virtual void requestQuit() = 0;
+};
