@@ -19,7 +19,8 @@ class DispatchQueue {
 
     /// Safe from any thread.
     void async(std::function<void()> block);
-    /// Runs the blocks that were queued before this call; those they queue wait for the next one. Answers their number.
+    /// Runs the blocks that were queued before this call; those they queue wait for the next one. Answers
+    /// their number.
     std::size_t drain();
     void setExecutor(Executor executor);
 

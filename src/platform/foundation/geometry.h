@@ -41,18 +41,34 @@ inline constexpr CGRect CGRectZero{};
 inline constexpr CGRect CGRectNull{
     {std::numeric_limits<CGFloat>::infinity(), std::numeric_limits<CGFloat>::infinity()}, {}};
 
-constexpr CGPoint CGPointMake(CGFloat x, CGFloat y) { return {x, y}; }
-constexpr CGSize CGSizeMake(CGFloat width, CGFloat height) { return {width, height}; }
+constexpr CGPoint CGPointMake(CGFloat x, CGFloat y) {
+    return {x, y};
+}
+constexpr CGSize CGSizeMake(CGFloat width, CGFloat height) {
+    return {width, height};
+}
 constexpr CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
     return {{x, y}, {width, height}};
 }
 
-constexpr CGFloat CGRectGetMinX(CGRect r) { return r.origin.x; }
-constexpr CGFloat CGRectGetMinY(CGRect r) { return r.origin.y; }
-constexpr CGFloat CGRectGetMaxX(CGRect r) { return r.origin.x + r.size.width; }
-constexpr CGFloat CGRectGetMaxY(CGRect r) { return r.origin.y + r.size.height; }
-constexpr CGFloat CGRectGetMidX(CGRect r) { return r.origin.x + r.size.width * 0.5; }
-constexpr CGFloat CGRectGetMidY(CGRect r) { return r.origin.y + r.size.height * 0.5; }
+constexpr CGFloat CGRectGetMinX(CGRect r) {
+    return r.origin.x;
+}
+constexpr CGFloat CGRectGetMinY(CGRect r) {
+    return r.origin.y;
+}
+constexpr CGFloat CGRectGetMaxX(CGRect r) {
+    return r.origin.x + r.size.width;
+}
+constexpr CGFloat CGRectGetMaxY(CGRect r) {
+    return r.origin.y + r.size.height;
+}
+constexpr CGFloat CGRectGetMidX(CGRect r) {
+    return r.origin.x + r.size.width * 0.5;
+}
+constexpr CGFloat CGRectGetMidY(CGRect r) {
+    return r.origin.y + r.size.height * 0.5;
+}
 
 /// Moves the left edge by dx and the top by dy and takes twice as much off the size. Nothing is clamped: a
 /// large inset turns the rectangle inside out (the pinch rule counts on it).

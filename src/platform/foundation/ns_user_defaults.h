@@ -18,7 +18,8 @@ class NSUserDefaults {
 
     explicit NSUserDefaults(std::shared_ptr<PreferencesStore> store);
 
-    /// The settings of this run; the host says where they lie before the first use. Without a store they live in memory.
+    /// The settings of this run; the host says where they lie before the first use. Without a store they live
+    /// in memory.
     static NSUserDefaults& standardUserDefaults();
     static void setStandardStore(std::shared_ptr<PreferencesStore> store);
 

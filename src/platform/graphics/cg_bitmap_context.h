@@ -1,5 +1,5 @@
-// Grey pictures over memory that somebody else owns: the autopilot samples the screen into one, and the debug picture
-// shows the same bytes.
+// Grey pictures over memory that somebody else owns: the autopilot samples the screen into one, and the debug
+// picture shows the same bytes.
 #pragma once
 
 #include <cstdint>
@@ -18,8 +18,8 @@ CGDataProviderRef CGDataProviderCreateWithData(const uint8_t* data, std::size_t 
 
 enum class CGColorSpace { deviceGray };
 
-/// A picture copied from the provider's bytes as they are now: 8 bits a component and a pixel, no alpha. Nothing
-/// if the provider holds too few bytes.
+/// A picture copied from the provider's bytes as they are now: 8 bits a component and a pixel, no alpha.
+/// Nothing if the provider holds too few bytes.
 CGImageRef CGImageCreate(int32_t width, int32_t height, int32_t bitsPerComponent, int32_t bitsPerPixel,
                          int32_t bytesPerRow, CGColorSpace space, const CGDataProviderRef& provider);
 
@@ -28,8 +28,8 @@ class CGBitmapContext {
   public:
     CGBitmapContext(uint8_t* data, int32_t width, int32_t height, int32_t bytesPerRow, CGColorSpace space);
 
-    /// Scales image to rect (pixels, y from the top row of the buffer down), averaging where it shrinks and interpolating where it
-    /// grows; parts outside the buffer are cut. Allocates nothing.
+    /// Scales image to rect (pixels, y from the top row of the buffer down), averaging where it shrinks and
+    /// interpolating where it grows; parts outside the buffer are cut. Allocates nothing.
     void drawImage(CGRect rect, const CGImage& image);
 
   private:

@@ -18,8 +18,8 @@ std::size_t CGImageBytesPerPixel(CGImageFormat format);
 
 class CGImage {
   public:
-    /// Rows from the top, width * bytes-per-pixel each, without padding. Throws std::invalid_argument if the bytes do
-    /// not fit the size or a side is not positive.
+    /// Rows from the top, width * bytes-per-pixel each, without padding. Throws std::invalid_argument if the
+    /// bytes do not fit the size or a side is not positive.
     CGImage(int32_t width, int32_t height, CGImageFormat format, std::vector<uint8_t> pixels);
 
     int32_t width() const { return _width; }

@@ -12,7 +12,8 @@ class CanvasProvider {
   public:
     virtual ~CanvasProvider() = default;
 
-    /// A transparent canvas of that many pixels, drawn on in pixels until scaled. Null for an impossible size.
+    /// A transparent canvas of that many pixels, drawn on in pixels until scaled. Null for an impossible
+    /// size.
     virtual std::unique_ptr<BitmapCanvas> makeBitmapCanvas(int32_t width, int32_t height) = 0;
 
     /// The size in points, rounded up, that drawText needs: at most `width` wide (wrapped there), as high as

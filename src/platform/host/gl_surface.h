@@ -8,15 +8,16 @@ class GLSurface {
   public:
     virtual ~GLSurface() = default;
 
-    /// Makes the one context of this surface; NO, with the reason in lastError(), where there is no OpenGL ES 2.0.
+    /// Makes the one context of this surface; NO, with the reason in lastError(), where there is no OpenGL
+    /// ES 2.0.
     virtual bool createContext() = 0;
     virtual void destroyContext() = 0;
     virtual bool makeCurrent() = 0;
     virtual void clearCurrent() = 0;
     virtual std::string lastError() const = 0;
 
-    /// The framebuffer object that the screen shows (0 for a window's own) and its size in pixels; valid while the
-    /// context is current.
+    /// The framebuffer object that the screen shows (0 for a window's own) and its size in pixels; valid
+    /// while the context is current.
     virtual uint32_t screenFramebuffer() = 0;
     virtual int32_t pixelWidth() const = 0;
     virtual int32_t pixelHeight() const = 0;

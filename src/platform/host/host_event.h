@@ -21,7 +21,21 @@ struct HostTouch {
     HostTime time = 0;
 };
 
-enum class HostKey { character, escape, returnKey, space, home, left, right, up, down, f1, f11, tab, backspace };
+enum class HostKey {
+    character,
+    escape,
+    returnKey,
+    space,
+    home,
+    left,
+    right,
+    up,
+    down,
+    f1,
+    f11,
+    tab,
+    backspace
+};
 
 struct HostKeyPress {
     HostKey key = HostKey::character;
@@ -39,7 +53,7 @@ struct HostWheel {
 };
 
 struct HostResize {
-    CGSize size;  ///< points
+    CGSize size;       ///< points
     double scale = 1;  ///< pixels per point
 };
 

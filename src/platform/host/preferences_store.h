@@ -16,8 +16,8 @@ class PreferencesStore {
     /// reason in lastError(), if it cannot.
     virtual bool save(const std::string& text) = 0;
 
-    /// Moves a text that made no sense out of the way, so that it is neither lost nor read again. Answers where it
-    /// lies now, in words for the log.
+    /// Moves a text that made no sense out of the way, so that it is neither lost nor read again. Answers
+    /// where it lies now, in words for the log.
     virtual std::string setAside() = 0;
 
     virtual std::string lastError() const = 0;

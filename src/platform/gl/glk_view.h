@@ -1,0 +1,74 @@
+// The view whose picture comes from OpenGL: it binds a drawable, lets its delegate draw, and reads frames
+// back. The overlay lies above it; see screen_compositor.h for how the two meet.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+
+#include "platform/gl/eagl_context.h"
+#include "platform/ui/ui_view.h"
+
+enum class GLKViewDrawableColorFormat { RGBA8888, RGB565 };
+enum class GLKViewDrawableDepthFormat { none };
+inline constexpr auto GLKViewDrawableColorFormatRGB565 = GLKViewDrawableColorFormat::RGB565;
+inline constexpr auto GLKViewDrawableDepthFormatNone = GLKViewDrawableDepthFormat::none;
+
+class GLKView;
+
+class GLKViewDelegate {
+  public:
+    virtual ~GLKViewDelegate() = default;
+    /// Draws one frame into the bound drawable; rect is the view's bounds in points.
+    virtual void glkViewDrawInRect(GLKView& view, CGRect rect) = 0;
+};
+
+/// A colour-only framebuffer object with storage of a fixed size.
+class OffscreenDrawable;
+
+class GLKView : public UIView {
+  public:
+    using UIView::UIView;
+    ~GLKView() override;
+
+    const std::shared_ptr<EAGLContext>& context() const { return _context; }
+    void setContext(std::shared_ptr<EAGLContext> context);
+    void setDrawableDepthFormat(GLKViewDrawableDepthFormat format) { _depthFormat = format; }
+    void setDrawableColorFormat(GLKViewDrawableColorFormat format);
+    GLKViewDrawableColorFormat drawableColorFormat() const { return _colorFormat; }
+    void setDelegate(GLKViewDelegate* delegate) { _delegate = delegate; }
+
+    /// Pixels: the bounds times the screen's scale, rounded.
+    int32_t drawableWidth() const;
+    int32_t drawableHeight() const;
+
+    /// Draws one frame into the drawable through the delegate. Nothing without a context.
+    void display();
+    /// The frame as an image of the drawable's pixel size, drawn once more through the delegate; null without
+    /// a context.
+    UIImageRef snapshot();
+
+    /// Receives complete rows of the picture from the top: bytes R, G, B, 3 * drawableWidth() a row. Answers
+    /// NO to stop.
+    using RowSink = std::function<bool(std::span<const uint8_t> rows, int32_t count)>;
+    /// Like snapshot, for pictures larger than a framebuffer may be: drawn in tiles of at most maxTile pixels
+    /// a side (0: what the GPU allows) that meet without a seam. NO without a context, without memory, or if
+    /// stopped.
+    bool snapshotInTiles(int32_t maxTile, const RowSink& sink);
+
+    /// Forgets every GL object without deleting it (the context died with them).
+    void contextLost();
+    bool drawsThroughGL() const override { return true; }
+
+  private:
+    void bindScreenDrawable();
+    bool bindOffscreen(int32_t width, int32_t height);
+    void drawWithViewport(int32_t x, int32_t y);
+
+    std::shared_ptr<EAGLContext> _context;
+    GLKViewDrawableColorFormat _colorFormat = GLKViewDrawableColorFormat::RGBA8888;
+    GLKViewDrawableDepthFormat _depthFormat = GLKViewDrawableDepthFormat::none;
+    GLKViewDelegate* _delegate = nullptr;
+    std::unique_ptr<OffscreenDrawable> _offscreen;
+};

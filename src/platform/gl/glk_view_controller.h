@@ -1,0 +1,29 @@
+// A screen that draws a frame at every display refresh: update() first, then its GLKView's drawing.
+#pragma once
+
+#include <memory>
+
+#include "platform/gl/glk_view.h"
+#include "platform/ui/ui_view_controller.h"
+
+class GLKViewController : public UIViewController, public GLKViewDelegate {
+  public:
+    ~GLKViewController() override;
+
+    void loadView() override;
+    /// The controller's own view as what it is; null if a storyboard gave another class.
+    std::shared_ptr<GLKView> glkView();
+
+    /// Called once per frame before drawing.
+    virtual void update() {}
+    /// Seconds of the app's clock since the controller first drew.
+    double timeSinceFirstResume() const { return _timeSinceFirstResume; }
+    /// One refresh at the app's time: update().
+    void step(double time);
+    /// The context and all GL objects died; the next frame needs new ones.
+    virtual void contextLost() {}
+
+  private:
+    double _timeSinceFirstResume = 0;
+    double _firstResume = -1;
+};

@@ -1,0 +1,76 @@
+// The running app: a host hands it every event and every frame, and it does the rest in one order.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/host/host_event.h"
+#include "platform/host/window_control.h"
+#include "platform/ui/ui_window.h"
+
+/// What a host tells the app's own delegate about its life.
+class UIApplicationDelegate {
+  public:
+    virtual ~UIApplicationDelegate() = default;
+    virtual bool applicationDidFinishLaunching() = 0;
+    virtual void applicationWillResignActive() {}
+    virtual void applicationDidEnterBackground() {}
+    virtual void applicationWillEnterForeground() {}
+    virtual void applicationDidBecomeActive() {}
+    virtual void applicationWillTerminate() {}
+    virtual std::shared_ptr<UIWindow> window() const = 0;
+};
+
+/// Draws the frame: the GL view below, the overlay above (platform/gl implements it; ui/ knows no GL).
+class FramePresenter {
+  public:
+    virtual ~FramePresenter() = default;
+    /// overlayChanged: a view changed since the last frame.
+    virtual void presentFrame(UIWindow& window, double time, bool overlayChanged) = 0;
+    virtual void contextLost() = 0;
+};
+
+class UIApplication {
+  public:
+    UIApplication(std::shared_ptr<UIApplicationDelegate> delegate, WindowControl* control,
+                  std::unique_ptr<FramePresenter> presenter);
+    ~UIApplication();
+    UIApplication(const UIApplication&) = delete;
+    UIApplication& operator=(const UIApplication&) = delete;
+
+    /// The one that lives now; there is at most one.
+    static UIApplication* sharedApplication();
+
+    /// Starts the delegate and makes the app active. NO if the delegate refused.
+    bool launch();
+    void handle(const HostEvent& event);
+    /// One frame at the host's time (seconds, monotonic; a step back counts as standing still): main queue,
+    /// display links, view animations, the root controller's per-frame update, drawing. Nothing while hidden:
+    /// the app's clock stands still then.
+    void frame(HostTime time);
+
+    /// The app's own clock: the host's time less what was spent hidden. Seconds from launch.
+    double time() const { return _time; }
+    bool isVisible() const { return _visible; }
+    void setIdleTimerDisabled(bool disabled);
+    bool isIdleTimerDisabled() const { return _idleTimerDisabled; }
+    const std::shared_ptr<UIApplicationDelegate>& delegate() const { return _delegate; }
+    WindowControl* windowControl() const { return _control; }
+
+    /// Called once per frame with the app's time, in the order of adding, after the main queue (display
+    /// links, GL view controllers). Answers a token for removal.
+    int addFrameCallback(int stage, std::function<void(double time)> callback);
+    void removeFrameCallback(int token);
+    static constexpr int displayLinkStage = 0;  ///< before the view animations
+    static constexpr int updateStage = 1;       ///< after them, before drawing
+
+  private:
+    std::shared_ptr<UIApplicationDelegate> _delegate;
+    WindowControl* _control;
+    std::unique_ptr<FramePresenter> _presenter;
+    double _time = 0;
+    bool _visible = true;
+    bool _idleTimerDisabled = false;
+    /* ... the implementer's */
+};

@@ -1,0 +1,69 @@
+// Labels, image views and buttons.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/ui/ui_view.h"
+
+class UILabel : public UIView {
+  public:
+    using UIView::UIView;
+    void setText(std::string text);
+    const std::string& text() const { return _text; }
+    void setFont(UIFont font);
+    void setTextColor(UIColor color);
+    void setTextAlignment(NSTextAlignment alignment);
+    /// 1 for a single line with an ellipsis, 0 for as many as needed.
+    void setNumberOfLines(int lines);
+    /// Keeps the width at most the present one and takes the height of the wrapped lines.
+    void sizeToFit();
+    void drawRect(Canvas& canvas, CGRect bounds) override;
+
+  private:
+    std::string _text;
+    UIFont _font = UIFont::systemFontOfSize(17);
+    UIColor _textColor = UIColor::white();
+    NSTextAlignment _alignment = NSTextAlignment::left;
+    int _lines = 1;
+};
+
+class UIImageView : public UIView {
+  public:
+    using UIView::UIView;
+    void setImage(UIImageRef image);
+    const UIImageRef& image() const { return _image; }
+    void drawRect(Canvas& canvas, CGRect bounds) override;
+
+  private:
+    UIImageRef _image;
+};
+
+/// A title or an image that answers a tap: highlighted while a finger is on it, acting when it lifts there.
+class UIButton : public UIView {
+  public:
+    using UIView::UIView;
+    void setTitle(std::string title);
+    const std::string& title() const { return _title; }
+    void setImage(UIImageRef image);
+    void setFont(UIFont font);
+    void setTintColor(UIColor color);
+    void setAction(std::function<void()> action) { _action = std::move(action); }
+    bool isHighlighted() const { return _highlighted; }
+    void drawRect(Canvas& canvas, CGRect bounds) override;
+    void touchesBegan(const UITouches& touches, const UIEvent& event) override;
+    void touchesMoved(const UITouches& touches, const UIEvent& event) override;
+    void touchesEnded(const UITouches& touches, const UIEvent& event) override;
+    void touchesCancelled(const UITouches& touches, const UIEvent& event) override;
+
+  private:
+    void setHighlighted(bool highlighted);
+
+    std::string _title;
+    UIImageRef _image;
+    UIFont _font = UIFont::systemFontOfSize(20);
+    UIColor _tint = UIColor::white();
+    std::function<void()> _action;
+    bool _highlighted = false;
+    int64_t _finger = -1;
+};

@@ -1,0 +1,43 @@
+// Touches and the objects that answer them.
+// A touch goes to the view that it hit; what that view does not want goes up its chain of responders.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "platform/foundation/geometry.h"
+#include "platform/foundation/key_value.h"
+#include "platform/host/host_event.h"
+
+class UIView;
+
+/// One finger from landing to lift.
+struct UITouch {
+    int64_t id = 0;
+    UITouchPhase phase = UITouchPhase::began;
+    CGPoint location;          ///< points in the window
+    CGPoint previousLocation;  ///< points in the window
+    HostTime timestamp = 0;
+    std::weak_ptr<UIView> view;  ///< the view that it began on
+
+    CGPoint locationInView(const UIView& view) const;
+};
+
+using UITouches = std::vector<std::shared_ptr<UITouch>>;
+
+struct UIEvent {
+    HostTime timestamp = 0;
+    /// Every finger on the window, those of other views included.
+    UITouches allTouches;
+};
+
+class UIResponder : public KeyValueCoding {
+  public:
+    virtual UIResponder* nextResponder() { return nullptr; }
+    /// Each of these hands the touches to the next responder unless overridden.
+    virtual void touchesBegan(const UITouches& touches, const UIEvent& event);
+    virtual void touchesMoved(const UITouches& touches, const UIEvent& event);
+    virtual void touchesEnded(const UITouches& touches, const UIEvent& event);
+    virtual void touchesCancelled(const UITouches& touches, const UIEvent& event);
+};

@@ -1,0 +1,57 @@
+// A bar of buttons along an edge of the screen, laid out from a list of items.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/ui/ui_view.h"
+
+class UIBarButtonItem : public KeyValueCoding, public std::enable_shared_from_this<UIBarButtonItem> {
+  public:
+    using Action = std::function<void(const std::shared_ptr<UIBarButtonItem>& sender)>;
+
+    const std::string& title() const { return _title; }
+    void setTitle(std::string title);
+    const UIImageRef& image() const { return _image; }
+    void setImage(UIImageRef image);
+    const std::string& accessibilityLabel() const { return _accessibilityLabel; }
+    void setAccessibilityLabel(std::string label);
+    bool isFlexibleSpace() const { return _flexibleSpace; }
+    void setFlexibleSpace(bool flexible) { _flexibleSpace = flexible; }
+    void setAction(Action action) { _action = std::move(action); }
+    /// What a tap does.
+    void sendAction();
+    /// The button that stands for the item while it is in a toolbar; also by name ("view").
+    std::shared_ptr<UIView> view() const { return _view.lock(); }
+    void setView(const std::shared_ptr<UIView>& view) { _view = view; }
+
+  protected:
+    KeyValueTable makeKeyValueTable() override;  // "view" ("@", std::shared_ptr<UIView>), "title"
+
+  private:
+    std::string _title;
+    UIImageRef _image;
+    std::string _accessibilityLabel;
+    bool _flexibleSpace = false;
+    Action _action;
+    std::weak_ptr<UIView> _view;
+};
+
+class UIToolbar : public UIView {
+  public:
+    using Items = std::vector<std::shared_ptr<UIBarButtonItem>>;
+
+    using UIView::UIView;
+    const Items& items() const { return _items; }
+    void setItems(Items items);
+    void setTintColor(UIColor color);
+    UIColor tintColor() const { return _tintColor; }
+    void layoutSubviews() override;
+    void drawRect(Canvas& canvas, CGRect bounds) override;
+
+  private:
+    Items _items;
+    UIColor _tintColor = UIColor::white();
+};

@@ -1,0 +1,130 @@
+// A rectangle of the overlay: it has a place, an opacity and children, paints itself on a Canvas and answers
+// touches. Its values are the ones last set; while an animation runs, what is painted lies between (the
+// presentation values).
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/graphics/canvas.h"
+#include "platform/ui/ui_responder.h"
+
+class UIGestureRecognizer;
+class UIViewController;
+class UIWindow;
+
+/// Which margins and sides give way when the superview's size changes; bits may be combined.
+enum UIViewAutoresizing : uint32_t {
+    UIViewAutoresizingNone = 0,
+    UIViewAutoresizingFlexibleLeftMargin = 1,
+    UIViewAutoresizingFlexibleWidth = 2,
+    UIViewAutoresizingFlexibleRightMargin = 4,
+    UIViewAutoresizingFlexibleTopMargin = 8,
+    UIViewAutoresizingFlexibleHeight = 16,
+    UIViewAutoresizingFlexibleBottomMargin = 32,
+};
+
+/// Animation options; bits may be combined.
+enum UIViewAnimationOptions : uint32_t {
+    UIViewAnimationOptionNone = 0,
+    /// Start from what is on screen at this moment instead of from the values last set.
+    UIViewAnimationOptionBeginFromCurrentState = 4,
+};
+
+class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
+  public:
+    using Completion = std::function<void(bool finished)>;
+
+    UIView() = default;
+    explicit UIView(CGRect frame) : _frame(frame) {}
+    ~UIView() override;
+    UIView(const UIView&) = delete;
+    UIView& operator=(const UIView&) = delete;
+
+    CGRect frame() const { return _frame; }
+    void setFrame(CGRect frame);
+    CGRect bounds() const { return {CGPointZero, _frame.size}; }
+    double alpha() const { return _alpha; }
+    /// 0 to 1. Inside an animation block the change is animated; outside, a running animation of it ends
+    /// unfinished.
+    void setAlpha(double alpha);
+    bool isHidden() const { return _hidden; }
+    void setHidden(bool hidden);
+    UIColor backgroundColor() const { return _backgroundColor; }
+    void setBackgroundColor(UIColor color);
+    bool isUserInteractionEnabled() const { return _userInteractionEnabled; }
+    void setUserInteractionEnabled(bool enabled) { _userInteractionEnabled = enabled; }
+    void setAutoresizingMask(uint32_t mask) { _autoresizingMask = mask; }
+    const std::string& accessibilityLabel() const { return _accessibilityLabel; }
+    void setAccessibilityLabel(std::string label) { _accessibilityLabel = std::move(label); }
+
+    /// The opacity on screen now, animations included.
+    double presentationAlpha() const;
+    CGRect presentationFrame() const;
+
+    UIView* superview() const { return _superview; }
+    const std::vector<std::shared_ptr<UIView>>& subviews() const { return _subviews; }
+    void addSubview(const std::shared_ptr<UIView>& view);
+    void insertSubviewAtIndex(const std::shared_ptr<UIView>& view, std::size_t index);
+    void bringSubviewToFront(const std::shared_ptr<UIView>& view);
+    void removeFromSuperview();
+    virtual UIWindow* window() { return _superview ? _superview->window() : nullptr; }
+
+    void setNeedsLayout();
+    void layoutIfNeeded();
+    virtual void layoutSubviews() {}
+    /// Marks the window's overlay for repainting.
+    void setNeedsDisplay();
+    /// Paints the view itself; the background is painted already, the subviews follow.
+    virtual void drawRect(Canvas&, CGRect /*bounds*/) {}
+    /// A view whose picture comes through OpenGL (drawn below the overlay) paints nothing on the Canvas.
+    virtual bool drawsThroughGL() const { return false; }
+    /// Paints the whole tree from here on at the presentation values, in the superview's coordinates.
+    void paint(Canvas& canvas);
+    /// What the tree paints now, in the superview's coordinates; CGRectNull for nothing.
+    CGRect paintedFrame() const;
+
+    CGPoint convertPointToWindow(CGPoint p) const;
+    CGPoint convertPointFromWindow(CGPoint p) const;
+    CGRect convertRectToWindow(CGRect r) const;
+    virtual bool pointInside(CGPoint p) const { return CGRectContainsPoint(bounds(), p); }
+    /// The front-most view under p (own coordinates); hidden, nearly transparent (model alpha < 0.01) and
+    /// disabled views are passed over.
+    virtual std::shared_ptr<UIView> hitTest(CGPoint p);
+
+    void addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognizer);
+    const std::vector<std::shared_ptr<UIGestureRecognizer>>& gestureRecognizers() const {
+        return _recognizers;
+    }
+    UIResponder* nextResponder() override;
+    void setOwningController(UIViewController* controller) { _controller = controller; }
+
+    /// Ease-in-out over duration seconds. The block runs at once; completion follows with finished = true
+    /// when time is up, or with false as soon as every change of the block was replaced by others.
+    static void animateWithDuration(double duration, double delay, uint32_t options,
+                                    const std::function<void()>& animations, Completion completion = {});
+    /// A damped spring that settles within the duration: ratio 1 is critical, above it creeps, below it
+    /// swings. The initial velocity is in whole distances per second.
+    static void animateWithSpring(double duration, double delay, double dampingRatio, double initialVelocity,
+                                  uint32_t options, const std::function<void()>& animations,
+                                  Completion completion = {});
+
+  protected:
+    KeyValueTable makeKeyValueTable() override;
+
+  private:
+    CGRect _frame;
+    double _alpha = 1;
+    bool _hidden = false;
+    bool _userInteractionEnabled = true;
+    bool _needsLayout = true;
+    uint32_t _autoresizingMask = UIViewAutoresizingNone;
+    UIColor _backgroundColor = UIColor::clear();
+    std::string _accessibilityLabel;
+    UIView* _superview = nullptr;
+    UIViewController* _controller = nullptr;
+    std::vector<std::shared_ptr<UIView>> _subviews;
+    std::vector<std::shared_ptr<UIGestureRecognizer>> _recognizers;
+};
