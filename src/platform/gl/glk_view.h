@@ -8,6 +8,7 @@
 #include <span>
 
 #include "platform/gl/eagl_context.h"
+#include "platform/gl/offscreen_drawable.h"
 #include "platform/ui/ui_view.h"
 
 enum class GLKViewDrawableColorFormat { RGBA8888, RGB565 };
@@ -24,9 +25,6 @@ class GLKViewDelegate {
     virtual void glkViewDrawInRect(GLKView& view, CGRect rect) = 0;
 };
 
-/// A colour-only framebuffer object with storage of a fixed size.
-class OffscreenDrawable;
-
 class GLKView : public UIView {
   public:
     using UIView::UIView;
@@ -34,27 +32,37 @@ class GLKView : public UIView {
 
     const std::shared_ptr<EAGLContext>& context() const { return _context; }
     void setContext(std::shared_ptr<EAGLContext> context);
+    GLKViewDrawableDepthFormat drawableDepthFormat() const { return _depthFormat; }
     void setDrawableDepthFormat(GLKViewDrawableDepthFormat format) { _depthFormat = format; }
-    void setDrawableColorFormat(GLKViewDrawableColorFormat format);
     GLKViewDrawableColorFormat drawableColorFormat() const { return _colorFormat; }
+    void setDrawableColorFormat(GLKViewDrawableColorFormat format);
     void setDelegate(GLKViewDelegate* delegate) { _delegate = delegate; }
+
+    /// Off (the default): frames go straight into the screen's framebuffer, which has at least the colour
+    /// depth asked for, and the delegate must draw every one. On: they go into a drawable of the view's own,
+    /// in its format, that keeps the last frame while the delegate draws nothing, at the cost of one more
+    /// pass over the screen.
+    void setRetainedBacking(bool retained) { _retainedBacking = retained; }
 
     /// Pixels: the bounds times the screen's scale, rounded.
     int32_t drawableWidth() const;
     int32_t drawableHeight() const;
 
-    /// Draws one frame into the drawable through the delegate. Nothing without a context.
-    void display();
-    /// The frame as an image of the drawable's pixel size, drawn once more through the delegate; null without
-    /// a context.
+    /// Draws one frame through the delegate; false without a context.
+    bool display();
+    /// Where the last frame lies if not in the screen's framebuffer; null otherwise.
+    const OffscreenDrawable* retainedDrawable() const;
+
+    /// The frame as an image of the drawable's pixel size, drawn once more through the delegate into a
+    /// drawable of the view's format; null without a context.
     UIImageRef snapshot();
 
     /// Receives complete rows of the picture from the top: bytes R, G, B, 3 * drawableWidth() a row. Answers
     /// NO to stop.
     using RowSink = std::function<bool(std::span<const uint8_t> rows, int32_t count)>;
     /// Like snapshot, for pictures larger than a framebuffer may be: drawn in tiles of at most maxTile pixels
-    /// a side (0: what the GPU allows) that meet without a seam. NO without a context, without memory, or if
-    /// stopped.
+    /// a side (0: what the GPU allows) that meet without a seam. NO without a context, past the GPU's largest
+    /// viewport, or if stopped.
     bool snapshotInTiles(int32_t maxTile, const RowSink& sink);
 
     /// Forgets every GL object without deleting it (the context died with them).
@@ -62,13 +70,15 @@ class GLKView : public UIView {
     bool drawsThroughGL() const override { return true; }
 
   private:
-    void bindScreenDrawable();
-    bool bindOffscreen(int32_t width, int32_t height);
-    void drawWithViewport(int32_t x, int32_t y);
+    OffscreenDrawable* offscreenDrawable(int32_t width, int32_t height);
+    void bindScreen();
+    void drawThroughDelegate(int32_t viewportX, int32_t viewportY);
 
     std::shared_ptr<EAGLContext> _context;
     GLKViewDrawableColorFormat _colorFormat = GLKViewDrawableColorFormat::RGBA8888;
     GLKViewDrawableDepthFormat _depthFormat = GLKViewDrawableDepthFormat::none;
     GLKViewDelegate* _delegate = nullptr;
+    bool _retainedBacking = false;
+    /// Made by the first snapshot, and kept while its size lasts.
     std::unique_ptr<OffscreenDrawable> _offscreen;
 };

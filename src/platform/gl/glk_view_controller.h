@@ -11,6 +11,8 @@ class GLKViewController : public UIViewController, public GLKViewDelegate {
     ~GLKViewController() override;
 
     void loadView() override;
+    void viewWillAppear(bool animated) override;
+    void viewDidDisappear(bool animated) override;
     /// The controller's own view as what it is; null if a storyboard gave another class.
     std::shared_ptr<GLKView> glkView();
 
@@ -24,6 +26,11 @@ class GLKViewController : public UIViewController, public GLKViewDelegate {
     virtual void contextLost() {}
 
   private:
+    void stopFrames();
+
+    /// 0 while no frames come.
+    int _frameToken = 0;
     double _timeSinceFirstResume = 0;
+    /// App time of the first frame, negative before it.
     double _firstResume = -1;
 };

@@ -1,0 +1,222 @@
+// Creation of the program and the work of each frame.
+// The order of the GL calls is fixed; a test records it.
+#include "render/rwt_base_shader.h"
+
+#include <algorithm>
+
+#include "platform/foundation/cf_time.h"
+#include "platform/foundation/ns_bundle.h"
+#include "platform/foundation/ns_log.h"
+#include "platform/ui/ui_screen.h"
+
+namespace {
+
+constexpr const char* className = "RWTBaseShader";
+constexpr GLfloat quad[8] = {-1, -1, -1, 1, 1, -1, 1, 1};
+constexpr GLsizei infoLogSize = 1024;
+
+constexpr double dwellFloor = 64;
+constexpr double dwellCeiling = 256;
+constexpr double fastFrame = 50;  // milliseconds
+constexpr double slowFrame = 80;  // milliseconds
+constexpr double dwellStepUp = 16;
+constexpr double dwellStepDown = 4;
+
+const char* textOfGLError(GLenum code) {
+    switch (code) {
+        case GL_INVALID_ENUM:
+            return "invalid enum";
+        case GL_INVALID_VALUE:
+            return "invalid value";
+        case GL_INVALID_OPERATION:
+            return "invalid operation";
+        case GL_OUT_OF_MEMORY:
+            return "out of memory";
+        case GL_INVALID_FRAMEBUFFER_OPERATION:
+            return "invalid framebuffer operation";
+        default:
+            return "unknown error?";
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<RWTBaseShader> RWTBaseShader::initWithVertexShader(const std::string& vertexShader,
+                                                                   const std::string& fragmentShader,
+                                                                   uint8_t* depthBuffer, CGSize viewPort) {
+    return std::shared_ptr<RWTBaseShader>(
+        new RWTBaseShader(vertexShader, fragmentShader, depthBuffer, viewPort));
+}
+
+RWTBaseShader::RWTBaseShader(std::string vertexShader, std::string fragmentShader, uint8_t* depthBuffer,
+                             CGSize viewPort)
+    : _depthBuffer(depthBuffer),
+      _size(viewPort),
+      _dwell(static_cast<float>(dwellCeiling)),
+      _vertexShaderName(std::move(vertexShader)),
+      _fragmentShaderName(std::move(fragmentShader)) {
+    rebuild();
+}
+
+void RWTBaseShader::rebuild() {
+    _program = programWithVertexShader(_vertexShaderName, _fragmentShaderName);
+    lookUpLocations();
+    configureOpenGLES();
+    logGLError();
+    createTexture();
+}
+
+void RWTBaseShader::lookUpLocations() {
+    _aPosition = glGetAttribLocation(_program, "aPosition");
+    _uResolution = glGetUniformLocation(_program, "uResolution");
+    _uFractalBounds = glGetUniformLocation(_program, "uFractalBounds");
+    _uTime = glGetUniformLocation(_program, "uTime");
+    _uDeviceScale = glGetUniformLocation(_program, "uDeviceScale");
+    _uFractalType = glGetUniformLocation(_program, "uFractalType");
+    _uFractalColoring = glGetUniformLocation(_program, "uFractalColoring");
+    _uFractalColorCycling = glGetUniformLocation(_program, "uFractalColorCycling");
+    _uDwell = glGetUniformLocation(_program, "uDwell");
+}
+
+void RWTBaseShader::createTexture() {
+    glGenTextures(1, &_depthTextureName);
+    logGLError();
+    glActiveTexture(GL_TEXTURE0);
+    logGLError();
+    glBindTexture(GL_TEXTURE_2D, _depthTextureName);
+    logGLError();
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    logGLError();
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    logGLError();
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    logGLError();
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    logGLError();
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    logGLError();
+    logGLError();
+}
+
+void RWTBaseShader::configureOpenGLES() {
+    glUseProgram(_program);
+    logGLError();
+    glEnableVertexAttribArray(static_cast<GLuint>(_aPosition));
+    logGLError();
+    glVertexAttribPointer(static_cast<GLuint>(_aPosition), 2, GL_FLOAT, GL_FALSE, 0, quad);
+    logGLError();
+}
+
+GLuint RWTBaseShader::shaderWithName(const std::string& name, GLenum type) {
+    std::optional<std::string> source;
+    if (type == GL_VERTEX_SHADER) source = NSBundle::mainBundle().stringForResource(name, "vsh");
+    if (type == GL_FRAGMENT_SHADER) source = NSBundle::mainBundle().stringForResource(name, "fsh");
+
+    const GLuint shader = glCreateShader(type);
+    // An absent file leaves the shader without a source, and the compiler reports that.
+    if (const char* text = source ? source->c_str() : nullptr) glShaderSource(shader, 1, &text, nullptr);
+    glCompileShader(shader);
+    GLint compiled = GL_FALSE;
+    glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
+    if (compiled == GL_FALSE) {
+        GLchar messages[infoLogSize] = {};
+        glGetShaderInfoLog(shader, infoLogSize, nullptr, messages);
+        NSLog("%s:- GLSL Shader Error: %s", className, messages);
+    }
+    return shader;
+}
+
+GLuint RWTBaseShader::programWithVertexShader(const std::string& vertexShader,
+                                              const std::string& fragmentShader) {
+    const GLuint vertex = shaderWithName(vertexShader, GL_VERTEX_SHADER);
+    const GLuint fragment = shaderWithName(fragmentShader, GL_FRAGMENT_SHADER);
+
+    const GLuint program = glCreateProgram();
+    glAttachShader(program, vertex);
+    glAttachShader(program, fragment);
+    glLinkProgram(program);
+    GLint linked = GL_FALSE;
+    glGetProgramiv(program, GL_LINK_STATUS, &linked);
+    GLchar messages[infoLogSize] = {};
+    glGetProgramInfoLog(program, infoLogSize, nullptr, messages);
+    if (linked == GL_FALSE) {
+        NSLog("%s:- GLSL Program Link Error: %s", className, messages);
+    } else if (messages[0] != '\0') {
+        NSLog("%s:- GLSL Program Compiled With Messages: %s", className, messages);
+    }
+    glDeleteShader(vertex);
+    glDeleteShader(fragment);
+    return program;
+}
+
+void RWTBaseShader::setFractalColorCycling(int32_t fractalColorCycling) {
+    _fractalColorCycling = fractalColorCycling;
+    if (_fractalColorCycling == 0) {
+        timeUnlessPaused = 0;
+        previousTime = 0;
+        timeSet = false;
+    }
+}
+
+void RWTBaseShader::renderInRect(CGRect rect, double time) {
+    advancePaletteClock(time);
+    const CFAbsoluteTime start = CFAbsoluteTimeGetCurrent();
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    setUniforms(rect);
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+    logGLError();
+    glFinish();
+    adaptDwell(static_cast<float>((CFAbsoluteTimeGetCurrent() - start) * 1000));
+}
+
+void RWTBaseShader::advancePaletteClock(double time) {
+    if (_fractalColorCycling == 0) return;
+    if (timeSet) {
+        timeUnlessPaused += (time - previousTime) * _fractalColorCycling;
+        previousTime = time;
+    } else {
+        previousTime = time;
+        timeUnlessPaused = 0;
+        timeSet = true;
+    }
+}
+
+void RWTBaseShader::setUniforms(CGRect rect) {
+    glUniform2f(_uResolution, static_cast<GLfloat>(rect.size.width), static_cast<GLfloat>(rect.size.height));
+    logGLError();
+    glUniform1f(_uTime, static_cast<GLfloat>(timeUnlessPaused));
+    logGLError();
+    glUniform1i(_uFractalType, _fractalType);
+    logGLError();
+    glUniform1i(_uFractalColoring, _fractalColoring);
+    logGLError();
+    glUniform1f(_uFractalColorCycling, _fractalColorCycling > 0 ? 1.0F : 0.0F);
+    logGLError();
+    glUniform4f(_uFractalBounds, static_cast<GLfloat>(_fractalBounds.origin.x),
+                static_cast<GLfloat>(_fractalBounds.origin.y),
+                static_cast<GLfloat>(_fractalBounds.origin.x + _fractalBounds.size.width),
+                static_cast<GLfloat>(_fractalBounds.origin.y + _fractalBounds.size.height));
+    logGLError();
+    glUniform1f(_uDeviceScale, static_cast<GLfloat>(UIScreen::mainScreen().scale()));
+    logGLError();
+    glUniform1f(_uDwell, _dwell);
+    logGLError();
+}
+
+void RWTBaseShader::adaptDwell(float cost) {
+    const double dwell = static_cast<double>(_dwell);
+    if (static_cast<double>(cost) < fastFrame) {
+        _dwell = static_cast<float>(std::min(dwell + dwellStepUp, dwellCeiling));
+    } else if (static_cast<double>(cost) > slowFrame) {
+        _dwell = static_cast<float>(std::max(dwell - dwellStepDown, dwellFloor));
+    }
+}
+
+void RWTBaseShader::logGLError() {
+    bool logged = false;
+    for (GLenum code = glGetError(); code != GL_NO_ERROR; code = glGetError()) {
+        NSLog("OpenGL error %d: %s", static_cast<int>(code), textOfGLError(code));
+        logged = true;
+    }
+    if (logged) NSLog("pause here");
+}
