@@ -22,7 +22,7 @@ class GLKViewController : public UIViewController, public GLKViewDelegate {
     double timeSinceFirstResume() const { return _timeSinceFirstResume; }
     /// One refresh at the app's time: update().
     void step(double time);
-    /// The context and all GL objects died; the next frame needs new ones.
+    /// The context and all GL objects died, and the view has forgotten them; the next frame needs new ones.
     virtual void contextLost() {}
 
   private:

@@ -113,10 +113,14 @@ class ScreenCompositor : public FramePresenter {
         _presentedOnce = true;
     }
 
-    void contextLost() override {
+    void contextLost(UIWindow& window) override {
         _quad.forget();
         _overlay.forget();
         _overlayStale = true;
+        auto* controller = dynamic_cast<GLKViewController*>(window.rootViewController().get());
+        if (!controller) return;
+        if (const auto view = controller->glkView()) view->contextLost();
+        controller->contextLost();
     }
 
   private:

@@ -28,7 +28,8 @@ class FramePresenter {
     virtual ~FramePresenter() = default;
     /// overlayChanged: a view changed since the last frame.
     virtual void presentFrame(UIWindow& window, double time, bool overlayChanged) = 0;
-    virtual void contextLost() = 0;
+    /// The GL context died with all its objects: whoever owns some makes them anew.
+    virtual void contextLost(UIWindow& window) = 0;
 };
 
 class UIApplication {
