@@ -1,0 +1,36 @@
+// The table itself.
+// A command may have several keys: the first row of an action is the one that the list of keys shows.
+#include "main_screen/commands.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr Command commands[] = {
+    {"resetScreen:", "Back to the top", "0", HostKey::character, "0"},
+    {"resetScreen:", "Back to the top", "Home", HostKey::home, ""},
+    {"shareScreen:", "Share this view", "S", HostKey::character, "s"},
+    {"toggleFractal:", "Mandelbrot or Julia", "F", HostKey::character, "f"},
+    {"toggleColoring:", "Next palette", "C", HostKey::character, "c"},
+    {"toggleColorCycling:", "Colour cycling", "A", HostKey::character, "a"},
+    {"toggleRecording:", "Record", "R", HostKey::character, "r"},
+    {"togglePilot:", "Hide or show the buttons", "Space", HostKey::space, ""},
+    {"showAbout:", "About", "I", HostKey::character, "i"},
+    {"toggleFullscreen:", "Full screen", "F11", HostKey::f11, ""},
+    {"toggleKeyHelp:", "This list", "?", HostKey::character, "?"},
+    {"leave:", "Leave full screen, then quit", "Esc", HostKey::escape, ""},
+};
+
+}  // namespace
+
+std::span<const Command> mainScreenCommands() {
+    return commands;
+}
+
+const Command* commandForKey(const HostKeyPress& press) {
+    if (press.repeated || press.control) return nullptr;
+    const auto found = std::ranges::find_if(commands, [&](const Command& command) {
+        return command.key == press.key && (press.key != HostKey::character || press.text == command.text);
+    });
+    return found == std::end(commands) ? nullptr : found;
+}

@@ -1,0 +1,15 @@
+// What the main screen asks of the application delegate: the rectangle of the last link, and to open another.
+#pragma once
+
+#include <string>
+
+#include "platform/foundation/geometry.h"
+
+class DeepLinkDelegate {
+  public:
+    virtual ~DeepLinkDelegate() = default;
+    /// The rectangle of the last link that was opened; CGRectNull before one was.
+    virtual CGRect launchRect() const = 0;
+    /// Opens a link. NO if nothing handles it.
+    virtual bool loadDeeplink(const std::string& url) = 0;
+};

@@ -1,0 +1,130 @@
+// Loading of the main screen and its life: settings, sampling bitmap, GL, first view.
+// The order of viewDidLoad matters: each step uses what the ones before it made.
+#include "main_screen/game_view_controller.h"
+
+#include <algorithm>
+
+#include "platform/foundation/ns_assert.h"
+#include "platform/foundation/ns_notification_center.h"
+#include "platform/foundation/ns_user_defaults.h"
+#include "platform/media/rp_screen_recorder.h"
+#include "platform/ui/ui_gesture_recognizer.h"
+
+void GameViewController::viewDidLoad() {
+    GLKViewController::viewDidLoad();
+    restoreSettings();
+    removeRecordButtonIfUnavailable();
+    _targets.clear();
+    measureScreen();
+    interfaceScale = 1.0F;
+    texture_depth = 1;
+    sourceBounds = topView;
+    makeSamplingBitmap();
+    textureImage = UIImage::imageWithCGImage(_textureImageRef);
+    textureImageView = std::make_shared<UIImageView>(view()->frame());
+    textureImageView->setAlpha(1.0);
+    textureImageView->setImage(textureImage);
+    setUpGL();
+    resetScreen(this);
+    copyStateToShader();
+    observeActivation();
+    menuAlpha = menuView ? static_cast<float>(menuView->alpha()) : 1.0F;
+    view()->addGestureRecognizer(
+        std::make_shared<UITapGestureRecognizer>([this](UIGestureRecognizer&) { togglePilot(nullptr); }));
+}
+
+void GameViewController::viewWillAppear(bool animated) {
+    GLKViewController::viewWillAppear(animated);
+}
+
+void GameViewController::viewDidAppear(bool animated) {
+    GLKViewController::viewDidAppear(animated);
+}
+
+void GameViewController::viewWillDisappear(bool animated) {
+    GLKViewController::viewWillDisappear(animated);
+}
+
+void GameViewController::restoreSettings() {
+    const NSUserDefaults& defaults = NSUserDefaults::standardUserDefaults();
+    fractalColoring = static_cast<int32_t>(defaults.integerForKey("fractalColoring"));
+    setFractalType(static_cast<int32_t>(defaults.integerForKey("fractalType")));
+    fractalColorCycling = static_cast<int32_t>(defaults.integerForKey("fractalColorCycling"));
+    setColorCyclingButtonTitleForCycling(fractalColorCycling);
+}
+
+void GameViewController::removeRecordButtonIfUnavailable() {
+    if (RPScreenRecorder::sharedRecorder().isAvailable() || !menuView) return;
+    UIToolbar::Items items = menuView->items();
+    std::erase(items, toggleRecordButton);
+    menuView->setItems(std::move(items));
+}
+
+void GameViewController::measureScreen() {
+    const auto width = static_cast<float>(view()->frame().size.width);
+    const auto height = static_cast<float>(view()->frame().size.height);
+    texture_width = static_cast<int32_t>(std::max(width, height));
+    texture_height = static_cast<int32_t>(std::min(width, height));
+}
+
+void GameViewController::makeSamplingBitmap() {
+    const auto size = static_cast<std::size_t>(texture_width) * static_cast<std::size_t>(texture_height);
+    _textureBuffer = std::make_unique_for_overwrite<uint8_t[]>(size);
+    _textureProviderRef = CGDataProviderCreateWithData(_textureBuffer.get(), size);
+    NSCAssert(texture_depth == 1);
+    _textureColorSpaceRef = CGColorSpace::deviceGray;
+    _textureImageRef =
+        CGImageCreate(texture_width, texture_height, 8, 8 * texture_depth, texture_width * texture_depth,
+                      _textureColorSpaceRef, _textureProviderRef);
+}
+
+void GameViewController::observeActivation() {
+    NSNotificationCenter& center = NSNotificationCenter::defaultCenter();
+    center.addObserver(weak_from_this(), UIApplicationWillResignActiveNotification, nullptr,
+                       [this] { willResignActive(); });
+    center.addObserver(weak_from_this(), UIApplicationDidBecomeActiveNotification, nullptr,
+                       [this] { didBecomeActive(); });
+}
+
+void GameViewController::viewDidLayoutSubviews() {
+    GLKViewController::viewDidLayoutSubviews();
+    if (!_shader) return;
+    const int32_t formerWidth = texture_width;
+    const int32_t formerHeight = texture_height;
+    measureScreen();
+    if (texture_width != formerWidth || texture_height != formerHeight) refitToScreen();
+}
+
+void GameViewController::refitToScreen() {
+    makeSamplingBitmap();
+    textureImageView->setFrame(view()->frame());
+    const CGRect before = _shader->fractalBounds();
+    const CGFloat width =
+        before.size.height * static_cast<double>(texture_width) / static_cast<double>(texture_height);
+    _shader->setFractalBounds(
+        CGRectMake(CGRectGetMidX(before) - 0.5 * width, before.origin.y, width, before.size.height));
+}
+
+KeyValueTable GameViewController::makeKeyValueTable() {
+    const auto outlet = [](auto& field) {
+        using Pointer = std::remove_reference_t<decltype(field)>;
+        return KeyValueProperty{
+            "@", [&field] { return std::any(field); },
+            [&field](const std::any& value) { field = std::any_cast<const Pointer&>(value); }};
+    };
+    const auto view = [this] {
+        return KeyValueProperty{"@", [this] { return std::any(std::shared_ptr<UIView>(menuView)); },
+                                [this](const std::any& value) {
+                                    menuView = std::dynamic_pointer_cast<SwallowTouchesView>(
+                                        std::any_cast<const std::shared_ptr<UIView>&>(value));
+                                }};
+    };
+    return {{"menuView", view()},
+            {"xButton", outlet(xButton)},
+            {"shareButton", outlet(shareButton)},
+            {"fractalButton", outlet(fractalButton)},
+            {"colorButton", outlet(colorButton)},
+            {"colorCyclingButton", outlet(colorCyclingButton)},
+            {"toggleRecordButton", outlet(toggleRecordButton)},
+            {"infoButton", outlet(infoButton)}};
+}

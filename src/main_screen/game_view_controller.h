@@ -1,0 +1,143 @@
+// The main screen: the fractal over the whole screen with a toolbar laid over it.
+// One class, a file for each concern: loading, view state, drawing, menu.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "main_screen/fractal_bounds.h"
+#include "main_screen/key_help_view.h"
+#include "platform/gl/glk_view_controller.h"
+#include "platform/graphics/cg_bitmap_context.h"
+#include "platform/ui/ui_control.h"
+#include "platform/ui/ui_toolbar.h"
+#include "render/rwt_base_shader.h"
+#include "screens/swallow_touches_view.h"
+
+class GameViewController : public GLKViewController {
+  public:
+    /// Who asks for an action: a bar button item, the controller itself, the application delegate; null for a
+    /// key.
+    using Sender = const KeyValueCoding*;
+
+    GameViewController() = default;
+    ~GameViewController() override;
+
+    void viewDidLoad() override;
+    void viewWillAppear(bool animated) override;
+    void viewDidAppear(bool animated) override;
+    void viewWillDisappear(bool animated) override;
+    void viewDidLayoutSubviews() override;
+    uint32_t supportedInterfaceOrientations() const override {
+        return UIInterfaceOrientationMaskLandscapeLeft;
+    }
+    bool prefersStatusBarHidden() const override { return true; }
+    bool keyPressed(const HostKeyPress& press) override;
+    bool performAction(const std::string& name, const std::shared_ptr<KeyValueCoding>& sender) override;
+
+    // View state
+    int32_t fractalType() const { return _fractalType; }
+    /// Kept, shown and saved.
+    void setFractalType(int32_t fractalType);
+    CGRect rectifiedBoundsFor(CGRect r) const;
+    /// Jumps to the top view, or to the last link's rectangle if the application delegate asks.
+    void resetScreen(Sender sender);
+    /// Shows the rectangle between (x1, y1) and (x2, y2) in palette `color`. NO, and nothing changes, unless
+    /// both sides are above 0 and below 10. The type is not touched, whatever fracType says.
+    bool jumpTox1(float x1, float y1, float x2, float y2, int32_t fracType, int32_t color);
+    /// The link that shows a rectangle: "http://host/type/x1/y1/x2/y2".
+    std::string coordinatesForDeeplink(CGRect r) const;
+    void loadURL(const std::string& url);
+    void toggleFractal(Sender sender);
+    void toggleColoring(Sender sender);
+    void toggleColorCycling(Sender sender);
+    /// Takes the title from the field fractalColorCycling, whatever the argument.
+    void setColorCyclingButtonTitleForCycling(int32_t cycling);
+    /// Settings back to those of a fresh install, tour counted as seen, and on to snapshot mode until the app
+    /// ends.
+    void resetCrap();
+
+    // Drawing
+    void setUpGL();
+    void glkViewDrawInRect(GLKView& view, CGRect rect) override;
+    /// The fractal alone at the drawable's pixel size, one point a pixel.
+    UIImageRef renderedImage();
+    std::optional<NSData> imageAsJPEG(const UIImageRef& image) const;
+    std::optional<NSData> imageAsPNG(const UIImageRef& image) const;
+    void tearDownGL();
+    void didReceiveMemoryWarning() override;
+    void contextLost() override;
+    const std::shared_ptr<EAGLContext>& context() const { return _context; }
+    const std::shared_ptr<RWTBaseShader>& shader() const { return _shader; }
+
+    // Menu
+    void showMenu(bool animated);
+    void hideMenu(bool animated);
+    void togglePilot(Sender sender);
+    void shareScreen(Sender sender);
+    void toggleRecording(Sender sender);
+    void showAbout(Sender sender);
+    void toggleFullscreen(Sender sender);
+    void toggleKeyHelp(Sender sender);
+    /// Closes the list of keys, else leaves full screen, else quits.
+    void leave(Sender sender);
+    /// Other screens come back here.
+    void done(const UIStoryboardSegue& segue);
+    void didBecomeActive() {}
+    void willResignActive() {}
+    /// Debugging aid: shows the sampling bitmap as it is now in textureImageView.
+    void updatetextureImage();
+
+    std::shared_ptr<SwallowTouchesView> menuView;
+    std::shared_ptr<UIBarButtonItem> xButton;
+    std::shared_ptr<UIBarButtonItem> shareButton;
+    std::shared_ptr<UIBarButtonItem> fractalButton;
+    std::shared_ptr<UIBarButtonItem> colorButton;
+    std::shared_ptr<UIBarButtonItem> colorCyclingButton;
+    std::shared_ptr<UIBarButtonItem> toggleRecordButton;
+    std::shared_ptr<UIBarButtonItem> infoButton;
+
+    bool isMenuHiding() const { return menuHiding; }
+    std::vector<FractalBounds>& targets() { return _targets; }
+
+  protected:
+    KeyValueTable makeKeyValueTable() override;
+
+  private:
+    void restoreSettings();
+    void removeRecordButtonIfUnavailable();
+    void measureScreen();
+    void makeSamplingBitmap();
+    void observeActivation();
+    void copyStateToShader();
+    void refitToScreen();
+    void makeContext();
+    void save(const std::string& key, int32_t value);
+
+    std::shared_ptr<EAGLContext> _context;
+    std::shared_ptr<RWTBaseShader> _shader;
+    int32_t _fractalType = 0;
+    int32_t fractalColoring = 0;
+    int32_t fractalColorCycling = 0;
+    FractalBounds sourceBounds;
+    /// Snapshot mode: one frame in 61 is drawn. Only resetCrap turns it on.
+    bool snapshots = false;
+    bool menuHiding = false;
+    float menuAlpha = 0;
+    float interfaceScale = 0;
+    std::vector<FractalBounds> _targets;
+
+    int32_t texture_width = 0;   ///< the longer side of the view in points
+    int32_t texture_height = 0;  ///< the shorter side
+    int32_t texture_depth = 0;   ///< bytes a pixel
+    /// Grey picture of the screen, texture_width * texture_height bytes.
+    std::unique_ptr<uint8_t[]> _textureBuffer;
+    CGDataProviderRef _textureProviderRef;
+    CGColorSpace _textureColorSpaceRef = CGColorSpace::deviceGray;
+    CGImageRef _textureImageRef;
+    UIImageRef textureImage;
+    std::shared_ptr<UIImageView> textureImageView;
+    std::shared_ptr<KeyHelpView> _keyHelp;
+};

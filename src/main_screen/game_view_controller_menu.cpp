@@ -1,0 +1,146 @@
+// Menu: the toolbar's coming and going, and what its buttons and the keys do.
+// Actions are found by name, so that the storyboard, the keys and the command table share them.
+#include <algorithm>
+
+#include "main_screen/commands.h"
+#include "main_screen/game_view_controller.h"
+#include "platform/foundation/ns_log.h"
+#include "platform/ui/ui_application.h"
+
+namespace {
+
+constexpr double showSeconds = 0.75;
+constexpr double hideSeconds = 0.5;
+constexpr double menuDamping = 1.5;
+constexpr double menuVelocity = 2.0;
+
+using Action = void (GameViewController::*)(GameViewController::Sender);
+
+struct NamedAction {
+    const char* name;
+    Action action;
+};
+
+constexpr NamedAction actions[] = {
+    {"resetScreen:", &GameViewController::resetScreen},
+    {"shareScreen:", &GameViewController::shareScreen},
+    {"toggleFractal:", &GameViewController::toggleFractal},
+    {"toggleColoring:", &GameViewController::toggleColoring},
+    {"toggleColorCycling:", &GameViewController::toggleColorCycling},
+    {"toggleRecording:", &GameViewController::toggleRecording},
+    {"togglePilot:", &GameViewController::togglePilot},
+    {"showAbout:", &GameViewController::showAbout},
+    {"toggleFullscreen:", &GameViewController::toggleFullscreen},
+    {"toggleKeyHelp:", &GameViewController::toggleKeyHelp},
+    {"leave:", &GameViewController::leave},
+};
+
+WindowControl* windowControl() {
+    UIApplication* application = UIApplication::sharedApplication();
+    return application ? application->windowControl() : nullptr;
+}
+
+}  // namespace
+
+bool GameViewController::performAction(const std::string& name,
+                                       const std::shared_ptr<KeyValueCoding>& sender) {
+    const auto found =
+        std::ranges::find_if(actions, [&](const NamedAction& candidate) { return name == candidate.name; });
+    if (found == std::end(actions)) return false;
+    (this->*found->action)(sender.get());
+    return true;
+}
+
+bool GameViewController::keyPressed(const HostKeyPress& press) {
+    const Command* command = commandForKey(press);
+    return command && performAction(command->action, nullptr);
+}
+
+void GameViewController::showMenu(bool animated) {
+    if (!menuHiding) return;
+    menuHiding = false;
+    menuView->setHidden(false);
+    const auto show = [this] { menuView->setAlpha(static_cast<double>(menuAlpha)); };
+    if (!animated) {
+        show();
+        return;
+    }
+    UIView::animateWithSpring(showSeconds, 0, menuDamping, menuVelocity,
+                              UIViewAnimationOptionBeginFromCurrentState, show, [](bool) {});
+}
+
+void GameViewController::hideMenu(bool animated) {
+    if (menuHiding) return;
+    menuHiding = true;
+    if (!animated) {
+        menuView->setHidden(true);
+        menuView->setAlpha(0);
+        return;
+    }
+    UIView::animateWithSpring(
+        hideSeconds, 0, menuDamping, menuVelocity, UIViewAnimationOptionBeginFromCurrentState,
+        [this] { menuView->setAlpha(0); },
+        [menu = std::weak_ptr<UIView>(menuView)](bool finished) {
+            if (const auto view = menu.lock(); view && finished) view->setHidden(true);
+        });
+}
+
+void GameViewController::togglePilot(Sender) {
+    if (menuHiding) {
+        showMenu(true);
+    } else {
+        hideMenu(true);
+    }
+}
+
+void GameViewController::shareScreen(Sender) {
+    NSLog("Sharing comes with a later version; this view is %s",
+          coordinatesForDeeplink(_shader->fractalBounds()).c_str());
+}
+
+void GameViewController::toggleRecording(Sender) {
+    NSLog("Recording comes with a later version");
+}
+
+void GameViewController::showAbout(Sender) {
+    NSLog("The About screen comes with a later version");
+}
+
+void GameViewController::toggleFullscreen(Sender) {
+    if (WindowControl* control = windowControl()) control->setFullscreen(!control->isFullscreen());
+}
+
+void GameViewController::toggleKeyHelp(Sender) {
+    if (_keyHelp) {
+        _keyHelp->removeFromSuperview();
+        _keyHelp = nullptr;
+        return;
+    }
+    _keyHelp = std::make_shared<KeyHelpView>(view()->bounds(), [this] { toggleKeyHelp(nullptr); });
+    view()->addSubview(_keyHelp);
+}
+
+void GameViewController::leave(Sender) {
+    WindowControl* control = windowControl();
+    if (_keyHelp) {
+        toggleKeyHelp(nullptr);
+    } else if (control && control->isFullscreen()) {
+        control->setFullscreen(false);
+    } else if (control) {
+        control->requestQuit();
+    }
+}
+
+void GameViewController::done(const UIStoryboardSegue& segue) {
+    NSLog("Popping back to this view controller!");
+    if (segue.identifier == "replayIntroduction") NSLog("The tour comes with a later version");
+}
+
+void GameViewController::updatetextureImage() {
+    _textureImageRef =
+        CGImageCreate(texture_width, texture_height, 8, 8 * texture_depth, texture_depth * texture_width,
+                      _textureColorSpaceRef, _textureProviderRef);
+    textureImage = UIImage::imageWithCGImage(_textureImageRef);
+    textureImageView->setImage(textureImage);
+    view()->setNeedsLayout();
+}

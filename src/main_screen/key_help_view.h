@@ -1,0 +1,23 @@
+// The list of keys: a panel in the middle of the screen, closed by a tap anywhere.
+#pragma once
+
+#include <functional>
+
+#include "platform/ui/ui_control.h"
+
+class KeyHelpView : public UIView {
+  public:
+    /// Fills its superview and keeps to it; close is called for a tap.
+    KeyHelpView(CGRect frame, std::function<void()> close);
+
+    void layoutSubviews() override;
+    void touchesBegan(const UITouches&, const UIEvent&) override {}
+    void touchesMoved(const UITouches&, const UIEvent&) override {}
+    void touchesEnded(const UITouches& touches, const UIEvent& event) override;
+
+  private:
+    std::function<void()> _close;
+    std::shared_ptr<UIView> _panel;
+    std::shared_ptr<UILabel> _keys;
+    std::shared_ptr<UILabel> _titles;
+};

@@ -1,0 +1,14 @@
+// Assertions on programming errors: they stop the program in every build, with the condition as the text.
+#pragma once
+
+#include <cstdlib>
+
+#include "platform/foundation/ns_log.h"
+
+#define NSCAssert(condition)         \
+    do {                             \
+        if (!(condition)) {          \
+            NSLog("%s", #condition); \
+            std::abort();            \
+        }                            \
+    } while (false)
