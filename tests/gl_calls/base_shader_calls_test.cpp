@@ -1,0 +1,205 @@
+// The fractal's program against a recorded GL: the calls of creation and of a frame in their order, the
+// values they carry, the palette clock, the iteration limit and what is logged.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/foundation/cf_time.h"
+#include "platform/foundation/ns_bundle.h"
+#include "platform/foundation/ns_log.h"
+#include "platform/ui/ui_screen.h"
+#include "render/rwt_base_shader.h"
+#include "tests/gl_calls/recording_gl.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class BaseShaderCalls : public testing::Test {
+  protected:
+    BaseShaderCalls() {
+        gl() = {};
+        NSLogSetSink([this](std::string_view line) { log.emplace_back(line); });
+        NSBundle::mainBundle().setReader(
+            [](const std::string& file) -> std::optional<std::string> { return "text of " + file; });
+        CFAbsoluteTimeSetClock([this] {
+            const double now = clock;
+            clock += frameSeconds;
+            return now;
+        });
+        UIScreen::mainScreen().setSizeAndScale(CGSizeMake(640, 360), 2);
+    }
+    ~BaseShaderCalls() override {
+        NSLogSetSink({});
+        CFAbsoluteTimeSetClock({});
+        NSBundle::mainBundle().setReader({});
+    }
+
+    static RecordingGL& gl() { return RecordingGL::shared(); }
+    static std::shared_ptr<RWTBaseShader> makeShader() {
+        return RWTBaseShader::initWithVertexShader("Shader", "Shader", nullptr, CGSizeMake(640, 360));
+    }
+    /// Draws a frame that costs so much and answers the iteration limit that it leaves.
+    float dwellAfter(RWTBaseShader& shader, double milliseconds) {
+        frameSeconds = milliseconds / 1000;
+        clock = 0;
+        shader.renderInRect(screen, 0);
+        return shader.dwell();
+    }
+    static std::string line(const std::string& call, GLint location, const std::string& values) {
+        return call + " " + std::to_string(location) + " " + values + "?";
+    }
+
+    const CGRect screen = CGRectMake(0, 0, 640, 360);
+    std::vector<std::string> log;
+    double clock = 0;
+    double frameSeconds = 0.001;
+};
+
+}  // namespace
+
+TEST_F(BaseShaderCalls, CreationLoadsLinksLooksUpAndBindsInOrder) {
+    const auto shader = makeShader();
+    EXPECT_THAT(gl().calls,
+                ElementsAre("glCreateShader vertex", "glShaderSource 1 terminated", "glCompileShader",
+                            "glGetShaderiv status", "glCreateShader fragment", "glShaderSource 1 terminated",
+                            "glCompileShader", "glGetShaderiv status", "glCreateProgram", "glAttachShader 77",
+                            "glAttachShader 77", "glLinkProgram 77", "glGetProgramiv status",
+                            "glGetProgramInfoLog 1024", "glDeleteShader", "glDeleteShader",
+                            "glGetAttribLocation 77 aPosition", "glGetUniformLocation 77 uResolution",
+                            "glGetUniformLocation 77 uFractalBounds", "glGetUniformLocation 77 uTime",
+                            "glGetUniformLocation 77 uDeviceScale", "glGetUniformLocation 77 uFractalType",
+                            "glGetUniformLocation 77 uFractalColoring",
+                            "glGetUniformLocation 77 uFractalColorCycling", "glGetUniformLocation 77 uDwell",
+                            "glUseProgram 77?", "glEnableVertexAttribArray 3?",
+                            "glVertexAttribPointer 3 2 float 0 0 -1 -1 -1 1 1 -1 1 1??", "glGenTextures 1?",
+                            "glActiveTexture 0?", "glBindTexture 2d 55?", "glTexParameteri  2801 2601?",
+                            "glTexParameteri  2800 2601?", "glTexParameteri  2802 812f?",
+                            "glTexParameteri  2803 812f?", "glPixelStorei pack 1??"));
+    std::vector<std::string> sources;
+    for (const auto& [name, text] : gl().sources)
+        sources.push_back(text);
+    EXPECT_THAT(sources, ElementsAre("text of Shader.vsh", "text of Shader.fsh"));
+    EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(BaseShaderCalls, AFrameSendsItsUniformsDrawsAndWaitsInOrder) {
+    const auto shader = makeShader();
+    shader->setFractalBounds(CGRectMake(-2, -1.5, 3, 3));
+    shader->setFractalType(2);
+    shader->setFractalColoring(5);
+    gl().calls.clear();
+    shader->renderInRect(screen, 12);
+    EXPECT_THAT(
+        gl().calls,
+        ElementsAre("glClear  4500", line("glUniform2f", shader->uResolution(), "640 360"),
+                    line("glUniform1f", shader->uTime(), "0"),
+                    line("glUniform1i", shader->uFractalType(), "2"),
+                    line("glUniform1i", shader->uFractalColoring(), "5"),
+                    line("glUniform1f", shader->uFractalColorCycling(), "0"),
+                    line("glUniform4f", shader->uFractalBounds(), "-2 -1.5 1 1.5"),
+                    line("glUniform1f", shader->uDeviceScale(), "2"),
+                    line("glUniform1f", shader->uDwell(), "256"), "glDrawArrays strip 0 4?", "glFinish"));
+}
+
+TEST_F(BaseShaderCalls, TheIterationLimitFollowsTheCostOfFrames) {
+    const auto shader = makeShader();
+    EXPECT_EQ(dwellAfter(*shader, 49), 256.0F);
+    EXPECT_EQ(dwellAfter(*shader, 50), 256.0F);
+    EXPECT_EQ(dwellAfter(*shader, 81), 252.0F);
+    EXPECT_EQ(dwellAfter(*shader, 80), 252.0F);
+    EXPECT_EQ(dwellAfter(*shader, 65), 252.0F);
+    EXPECT_EQ(gl().last("glUniform1f " + std::to_string(shader->uDwell())),
+              line("glUniform1f", shader->uDwell(), "252"));
+    for (int frame = 0; frame < 46; ++frame)
+        dwellAfter(*shader, 500);
+    EXPECT_EQ(shader->dwell(), 68.0F);
+    EXPECT_EQ(dwellAfter(*shader, 500), 64.0F);
+    EXPECT_EQ(dwellAfter(*shader, 500), 64.0F);
+    EXPECT_EQ(dwellAfter(*shader, 1), 80.0F);
+    for (int frame = 0; frame < 11; ++frame)
+        dwellAfter(*shader, 1);
+    EXPECT_EQ(shader->dwell(), 256.0F);
+}
+
+TEST_F(BaseShaderCalls, ThePaletteClockRunsAtTheSpeedOfTheCycling) {
+    const auto shader = makeShader();
+    struct Step {
+        int32_t cycling;
+        double time;
+        double clock;
+        const char* cyclingSent;
+    };
+    // Speeds apply to the time after them; off and on again starts from zero; backwards runs but is not
+    // shown.
+    constexpr Step steps[] = {{1, 100, 0, "1"},        {1, 101.5, 1.5, "1"}, {4, 102, 3.5, "1"},
+                              {4, 7302, 28803.5, "1"}, {0, 7303, 0, "0"},    {0, 8000, 0, "0"},
+                              {1, 9000, 0, "1"},       {1, 9001, 1, "1"},    {-2, 9002, -1, "0"}};
+    for (const Step& step : steps) {
+        shader->setFractalColorCycling(step.cycling);
+        shader->renderInRect(screen, step.time);
+        EXPECT_EQ(shader->paletteClock(), step.clock) << "at " << step.time;
+        EXPECT_EQ(gl().last("glUniform1f " + std::to_string(shader->uFractalColorCycling())),
+                  line("glUniform1f", shader->uFractalColorCycling(), step.cyclingSent))
+            << "at " << step.time;
+    }
+}
+
+TEST_F(BaseShaderCalls, GLErrorsAreDrainedAndNamed) {
+    const auto shader = makeShader();
+    gl().errors = {0x0500, 0x0501, 0x0502, 0x0503, 0x0504, 0x0505, 0x0506, 0x1234};
+    shader->logGLError();
+    EXPECT_THAT(log, ElementsAre("OpenGL error 1280: invalid enum", "OpenGL error 1281: invalid value",
+                                 "OpenGL error 1282: invalid operation", "OpenGL error 1283: unknown error?",
+                                 "OpenGL error 1284: unknown error?", "OpenGL error 1285: out of memory",
+                                 "OpenGL error 1286: invalid framebuffer operation",
+                                 "OpenGL error 4660: unknown error?", "pause here"));
+    log.clear();
+    shader->logGLError();
+    EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(BaseShaderCalls, BrokenShadersAreLoggedAndUsedAsTheyAre) {
+    gl().compiles = false;
+    gl().links = false;
+    gl().shaderLog = "no main";
+    gl().programLog = "nothing to link";
+    const auto shader = makeShader();
+    EXPECT_THAT(log, ElementsAre("RWTBaseShader:- GLSL Shader Error: no main",
+                                 "RWTBaseShader:- GLSL Shader Error: no main",
+                                 "RWTBaseShader:- GLSL Program Link Error: nothing to link"));
+    EXPECT_EQ(shader->program(), 77U);
+    gl().calls.clear();
+    shader->renderInRect(screen, 0);
+    EXPECT_EQ(gl().last("glDrawArrays"), "glDrawArrays strip 0 4?");
+}
+
+TEST_F(BaseShaderCalls, OnlyALinkWithSomethingToSayIsLogged) {
+    gl().shaderLog = "a warning that nobody hears";
+    gl().programLog = "linked, but oddly";
+    makeShader();
+    EXPECT_THAT(log, ElementsAre("RWTBaseShader:- GLSL Program Compiled With Messages: linked, but oddly"));
+}
+
+TEST_F(BaseShaderCalls, AMissingResourceIsLeftToTheCompilerToReport) {
+    NSBundle::mainBundle().setReader([](const std::string&) { return std::nullopt; });
+    gl().compiles = false;
+    gl().shaderLog = "empty";
+    makeShader();
+    EXPECT_EQ(gl().last("glShaderSource"), "");
+    EXPECT_THAT(log, ElementsAre("RWTBaseShader:- GLSL Shader Error: empty",
+                                 "RWTBaseShader:- GLSL Shader Error: empty"));
+}
+
+TEST_F(BaseShaderCalls, AfterALostContextTheViewAndThePaletteGoOn) {
+    const auto shader = makeShader();
+    shader->setFractalColorCycling(4);
+    shader->renderInRect(screen, 1);
+    shader->renderInRect(screen, 2);
+    shader->setFractalBounds(CGRectMake(0, 0, 1, 1));
+    shader->rebuild();
+    EXPECT_EQ(gl().last("glPixelStorei"), "glPixelStorei pack 1??");
+    shader->renderInRect(screen, 3);
+    EXPECT_EQ(shader->paletteClock(), 8);
+    EXPECT_EQ(gl().last("glUniform4f"), line("glUniform4f", shader->uFractalBounds(), "0 0 1 1"));
+}
