@@ -38,6 +38,7 @@ class NSNotificationCenter {
         std::string name;
         const void* sender;
         std::function<void()> block;
+        bool removed = false;
     };
     std::vector<std::shared_ptr<Observer>> _observers;
 };

@@ -28,7 +28,7 @@ class NSUserDefaults {
     bool boolForKey(const std::string& key) const;
     double doubleForKey(const std::string& key) const;
     std::string stringForKey(const std::string& key) const;
-    bool hasKey(const std::string& key) const { return _values.contains(key); }
+    bool hasKey(const std::string& key) const { return _values.contains(key) || _foreign.contains(key); }
 
     void setInteger(int64_t value, const std::string& key);
     void setBool(bool value, const std::string& key);
@@ -42,9 +42,13 @@ class NSUserDefaults {
 
   private:
     void load();
+    void setValue(Value value, const std::string& key);
+    std::string serialized() const;
 
     std::shared_ptr<PreferencesStore> _store;
     std::map<std::string, Value> _values;
+    /// JSON texts of values that this version has no type for; written back as they were.
+    std::map<std::string, std::string> _foreign;
     bool _dirty = false;
     bool _reported = false;
 };

@@ -1,0 +1,36 @@
+// Delivers notifications from a snapshot of the observers.
+// So blocks may post, add and remove, themselves included, while a posting is under way.
+#include "platform/foundation/ns_notification_center.h"
+
+#include <utility>
+
+NSNotificationCenter& NSNotificationCenter::defaultCenter() {
+    static NSNotificationCenter center;
+    return center;
+}
+
+void NSNotificationCenter::addObserver(std::weak_ptr<void> observer, const std::string& name,
+                                       const void* sender, std::function<void()> block) {
+    if (!block) return;
+    _observers.push_back(
+        std::make_shared<Observer>(Observer{std::move(observer), name, sender, std::move(block)}));
+}
+
+void NSNotificationCenter::removeObserver(const void* observer) {
+    std::erase_if(_observers, [observer](const std::shared_ptr<Observer>& entry) {
+        if (entry->object.lock().get() == observer) entry->removed = true;
+        return entry->removed;
+    });
+}
+
+void NSNotificationCenter::postNotificationName(const std::string& name, const void* sender) {
+    const auto snapshot = _observers;
+    for (const auto& entry : snapshot) {
+        if (entry->removed || entry->name != name) continue;
+        if (entry->sender && entry->sender != sender) continue;
+        // Held through its own block, which may drop the last other reference.
+        const std::shared_ptr<void> alive = entry->object.lock();
+        if (alive) entry->block();
+    }
+    std::erase_if(_observers, [](const auto& entry) { return entry->object.expired(); });
+}

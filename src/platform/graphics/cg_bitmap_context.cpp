@@ -1,0 +1,264 @@
+// Grey pictures: wrapping the caller's bytes, and scaling pictures into them.
+// The autopilot does so after each flight with a whole screen, so it runs on integers and without the heap.
+#include "platform/graphics/cg_bitmap_context.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+/// Rec. 709 weights of red, green and blue, in 65536ths; they add up to 65536.
+constexpr uint32_t redWeight = 13933;
+constexpr uint32_t greenWeight = 46871;
+constexpr uint32_t blueWeight = 4732;
+
+constexpr uint8_t luminance(uint32_t red, uint32_t green, uint32_t blue) {
+    return static_cast<uint8_t>((redWeight * red + greenWeight * green + blueWeight * blue + 32768) >> 16);
+}
+
+/// By the 16-bit pixel. A frame holds few colours, so the used part of it stays in the nearest cache.
+const std::array<uint8_t, 65536>& luminanceOf565() {
+    static const auto table = [] {
+        std::array<uint8_t, 65536> values{};
+        for (uint32_t pixel = 0; pixel < values.size(); ++pixel) {
+            const uint32_t red = pixel >> 11;
+            const uint32_t green = (pixel >> 5) & 63;
+            const uint32_t blue = pixel & 31;
+            values[pixel] = luminance(red << 3 | red >> 2, green << 2 | green >> 4, blue << 3 | blue >> 2);
+        }
+        return values;
+    }();
+    return table;
+}
+
+struct GrayReader {
+    static constexpr bool hasAlpha = false;
+    static constexpr std::size_t step = 1;
+    uint32_t value(const uint8_t* pixel) const { return *pixel; }
+    static uint32_t alpha(const uint8_t*) { return 255; }
+};
+
+struct Rgb565Reader {
+    static constexpr bool hasAlpha = false;
+    static constexpr std::size_t step = 2;
+    const uint8_t* table = luminanceOf565().data();
+    uint32_t value(const uint8_t* pixel) const {
+        uint16_t bits = 0;
+        std::memcpy(&bits, pixel, sizeof bits);
+        return table[bits];
+    }
+    static uint32_t alpha(const uint8_t*) { return 255; }
+};
+
+struct RgbaReader {
+    static constexpr bool hasAlpha = true;
+    static constexpr std::size_t step = 4;
+    /// Multiplied by the pixel's opacity.
+    uint32_t value(const uint8_t* pixel) const {
+        return (luminance(pixel[0], pixel[1], pixel[2]) * uint32_t{pixel[3]} + 127) / 255;
+    }
+    static uint32_t alpha(const uint8_t* pixel) { return pixel[3]; }
+};
+
+/// The source pixels behind one target pixel along one axis. Those between the first and the last count 256.
+struct Taps {
+    int32_t first = 0;
+    int32_t count = 0;
+    uint32_t firstWeight = 0;
+    uint32_t lastWeight = 0;
+
+    uint32_t weight(int32_t i) const { return i == 0 ? firstWeight : i == count - 1 ? lastWeight : 256; }
+    uint64_t total() const {
+        if (count == 1) return firstWeight;
+        return uint64_t{firstWeight} + lastWeight + 256 * static_cast<uint64_t>(count - 2);
+    }
+};
+
+/// How one axis of the picture maps to one axis of the buffer.
+class Axis {
+  public:
+    Axis(int32_t sourceLength, double start, double length, int32_t bufferLength)
+        : _sourceLength(sourceLength), _start(start), _scale(sourceLength / length) {
+        // The buffer's pixels whose centres the picture covers.
+        const double limit = bufferLength;
+        begin = static_cast<int32_t>(std::clamp(std::ceil(start - 0.5), 0.0, limit));
+        end = static_cast<int32_t>(std::clamp(std::ceil(start + length - 0.5), 0.0, limit));
+    }
+
+    bool isIdentity() const { return _scale == 1 && _start == std::floor(_start); }
+    int32_t sourceOf(int32_t target) const { return target - static_cast<int32_t>(_start); }
+    Taps taps(int32_t target) const { return _scale > 1 ? averaging(target) : interpolating(target); }
+
+    int32_t begin = 0;
+    int32_t end = 0;
+
+  private:
+    /// In 256ths of a source pixel, within the picture.
+    int64_t position(double target) const {
+        return static_cast<int64_t>(std::clamp((target - _start) * _scale, 0.0, 1.0 * _sourceLength) * 256);
+    }
+
+    Taps averaging(int32_t target) const {
+        const int64_t length = int64_t{_sourceLength} * 256;
+        const int64_t from = std::min(position(target), length - 256);
+        const int64_t to = std::max(position(target + 1.0), from + 1);
+        Taps taps;
+        taps.first = static_cast<int32_t>(from >> 8);
+        taps.count = static_cast<int32_t>((to + 255) >> 8) - taps.first;
+        const int64_t firstEnd = std::min(to, (from | 255) + 1);
+        taps.firstWeight = static_cast<uint32_t>(firstEnd - from);
+        taps.lastWeight = static_cast<uint32_t>(to - (int64_t{taps.first + taps.count - 1} << 8));
+        return taps;
+    }
+
+    Taps interpolating(int32_t target) const {
+        const double centre = (target + 0.5 - _start) * _scale - 0.5;
+        const auto at = static_cast<int64_t>(std::clamp(centre, 0.0, _sourceLength - 1.0) * 256 + 0.5);
+        const auto fraction = static_cast<uint32_t>(at & 255);
+        return {static_cast<int32_t>(at >> 8), fraction == 0 ? 1 : 2, 256 - fraction, fraction};
+    }
+
+    int32_t _sourceLength;
+    double _start;
+    double _scale;
+};
+
+/// Columns that are worked on together, so that their taps and sums fit on the stack.
+constexpr int32_t stripWidth = 256;
+
+template <class Reader>
+class StripScaler {
+  public:
+    StripScaler(const CGImage& image, const Axis& columns, int32_t begin, int32_t end)
+        : _image(image), _begin(begin), _count(static_cast<std::size_t>(end - begin)) {
+        for (std::size_t i = 0; i < _count; ++i)
+            _taps[i] = columns.taps(begin + static_cast<int32_t>(i));
+    }
+
+    void scaleRow(const Taps& rows, uint8_t* target) {
+        std::fill_n(_values.begin(), _count, 0);
+        if constexpr (Reader::hasAlpha) std::fill_n(_alphas.begin(), _count, 0);
+        for (int32_t i = 0; i < rows.count; ++i) {
+            addRow(_image.row(rows.first + i).data(), rows.weight(i));
+        }
+        const uint64_t rowTotal = rows.total();
+        for (std::size_t i = 0; i < _count; ++i) {
+            const uint64_t total = rowTotal * _taps[i].total();
+            uint8_t& pixel = target[static_cast<std::size_t>(_begin) + i];
+            uint64_t sum = _values[i];
+            if constexpr (Reader::hasAlpha) sum += (total - _alphas[i] / 255) * pixel;
+            pixel = static_cast<uint8_t>(std::min<uint64_t>((sum + total / 2) / total, 255));
+        }
+    }
+
+  private:
+    void addRow(const uint8_t* row, uint64_t rowWeight) {
+        for (std::size_t i = 0; i < _count; ++i) {
+            const Taps& taps = _taps[i];
+            const uint8_t* pixel = row + static_cast<std::size_t>(taps.first) * Reader::step;
+            _values[i] +=
+                rowWeight * weighted(pixel, taps, [this](const uint8_t* p) { return _reader.value(p); });
+            if constexpr (Reader::hasAlpha) _alphas[i] += rowWeight * weighted(pixel, taps, Reader::alpha);
+        }
+    }
+
+    template <class Component>
+    static uint64_t weighted(const uint8_t* pixel, const Taps& taps, Component component) {
+        uint64_t sum = uint64_t{taps.firstWeight} * component(pixel);
+        if (taps.count == 1) return sum;
+        uint64_t middle = 0;
+        for (int32_t i = 2; i < taps.count; ++i) {
+            pixel += Reader::step;
+            middle += component(pixel);
+        }
+        return sum + 256 * middle + uint64_t{taps.lastWeight} * component(pixel + Reader::step);
+    }
+
+    const CGImage& _image;
+    const Reader _reader{};
+    int32_t _begin;
+    std::size_t _count;
+    std::array<Taps, stripWidth> _taps;
+    std::array<uint64_t, stripWidth> _values;
+    std::array<uint64_t, stripWidth> _alphas;
+};
+
+struct Target {
+    uint8_t* data;
+    std::size_t bytesPerRow;
+    uint8_t* row(int32_t y) const { return data + static_cast<std::size_t>(y) * bytesPerRow; }
+};
+
+template <class Reader>
+void copyLuminance(const CGImage& image, const Axis& columns, const Axis& rows, const Target& target) {
+    const Reader reader{};
+    for (int32_t y = rows.begin; y < rows.end; ++y) {
+        const uint8_t* pixel = image.row(rows.sourceOf(y)).data() +
+                               static_cast<std::size_t>(columns.sourceOf(columns.begin)) * Reader::step;
+        uint8_t* out = target.row(y);
+        for (int32_t x = columns.begin; x < columns.end; ++x, pixel += Reader::step) {
+            out[x] = static_cast<uint8_t>(reader.value(pixel));
+        }
+    }
+}
+
+template <class Reader>
+void drawWith(const CGImage& image, const Axis& columns, const Axis& rows, const Target& target) {
+    if constexpr (!Reader::hasAlpha) {
+        if (columns.isIdentity() && rows.isIdentity())
+            return copyLuminance<Reader>(image, columns, rows, target);
+    }
+    for (int32_t x = columns.begin; x < columns.end; x += stripWidth) {
+        StripScaler<Reader> strip(image, columns, x, std::min(x + stripWidth, columns.end));
+        for (int32_t y = rows.begin; y < rows.end; ++y)
+            strip.scaleRow(rows.taps(y), target.row(y));
+    }
+}
+
+}  // namespace
+
+CGDataProviderRef CGDataProviderCreateWithData(const uint8_t* data, std::size_t size) {
+    return std::make_shared<CGDataProvider>(CGDataProvider{data, size});
+}
+
+CGImageRef CGImageCreate(int32_t width, int32_t height, int32_t bitsPerComponent, int32_t bitsPerPixel,
+                         int32_t bytesPerRow, CGColorSpace space, const CGDataProviderRef& provider) {
+    if (!provider || !provider->data || space != CGColorSpace::deviceGray) return nullptr;
+    if (width <= 0 || height <= 0 || bitsPerComponent != 8 || bitsPerPixel != 8 || bytesPerRow < width)
+        return nullptr;
+    const auto columns = static_cast<std::size_t>(width);
+    const auto stride = static_cast<std::size_t>(bytesPerRow);
+    const auto rows = static_cast<std::size_t>(height);
+    if (provider->size < stride * (rows - 1) + columns) return nullptr;
+    std::vector<uint8_t> pixels(columns * rows);
+    for (std::size_t y = 0; y < rows; ++y) {
+        std::memcpy(pixels.data() + y * columns, provider->data + y * stride, columns);
+    }
+    return std::make_shared<CGImage>(width, height, CGImageFormat::gray8, std::move(pixels));
+}
+
+CGBitmapContext::CGBitmapContext(uint8_t* data, int32_t width, int32_t height, int32_t bytesPerRow,
+                                 CGColorSpace)
+    : _data(data), _width(width), _height(height), _bytesPerRow(bytesPerRow) {}
+
+void CGBitmapContext::drawImage(CGRect rect, const CGImage& image) {
+    // False for NaN too; infinite sides have no scale.
+    if (!(rect.size.width > 0 && rect.size.height > 0) || !std::isfinite(CGRectGetMaxX(rect)) ||
+        !std::isfinite(CGRectGetMaxY(rect))) {
+        return;
+    }
+    const Axis columns(image.width(), rect.origin.x, rect.size.width, _width);
+    const Axis rows(image.height(), rect.origin.y, rect.size.height, _height);
+    if (columns.begin >= columns.end || rows.begin >= rows.end) return;
+    const Target target{_data, static_cast<std::size_t>(_bytesPerRow)};
+    switch (image.format()) {
+        case CGImageFormat::gray8:
+            return drawWith<GrayReader>(image, columns, rows, target);
+        case CGImageFormat::rgb565:
+            return drawWith<Rgb565Reader>(image, columns, rows, target);
+        case CGImageFormat::rgba8888:
+            return drawWith<RgbaReader>(image, columns, rows, target);
+    }
+}

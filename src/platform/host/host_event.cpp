@@ -1,0 +1,80 @@
+// Events in words.
+// A log of them reads like the script that would play them again.
+#include "platform/host/host_event.h"
+
+#include <charconv>
+
+namespace {
+
+std::string number(double value) {
+    char digits[32];
+    return std::string(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+}
+
+const char* name(UITouchPhase phase) {
+    switch (phase) {
+        case UITouchPhase::began:
+            return "began";
+        case UITouchPhase::moved:
+            return "moved";
+        case UITouchPhase::ended:
+            return "ended";
+        case UITouchPhase::cancelled:
+            return "cancelled";
+    }
+    return "?";
+}
+
+const char* name(HostKey key) {
+    static constexpr const char* names[] = {"character", "escape", "return",   "space", "home",
+                                            "left",      "right",  "up",       "down",  "f1",
+                                            "f11",       "tab",    "backspace"};
+    return names[static_cast<std::size_t>(key)];
+}
+
+const char* name(HostLifecycle change) {
+    switch (change) {
+        case HostLifecycle::didBecomeActive:
+            return "didBecomeActive";
+        case HostLifecycle::willResignActive:
+            return "willResignActive";
+        case HostLifecycle::memoryWarning:
+            return "memoryWarning";
+        case HostLifecycle::willTerminate:
+            return "willTerminate";
+    }
+    return "?";
+}
+
+struct Describer {
+    std::string operator()(const HostTouch& touch) const {
+        return std::string("touch ") + name(touch.phase) + " " + std::to_string(touch.id) + " " +
+               NSStringFromCGPoint(touch.location) + " " + number(touch.time);
+    }
+    std::string operator()(const HostKeyPress& press) const {
+        std::string text = "key ";
+        if (press.control) text += "control+";
+        text += press.key == HostKey::character ? "\"" + press.text + "\"" : std::string(name(press.key));
+        if (press.repeated) text += " repeated";
+        return text + " " + number(press.time);
+    }
+    std::string operator()(const HostWheel& wheel) const {
+        return "wheel " + number(wheel.steps) + " " + NSStringFromCGPoint(wheel.location) + " " +
+               number(wheel.time);
+    }
+    std::string operator()(const HostResize& resize) const {
+        return "resize " + NSStringFromCGSize(resize.size) + " scale " + number(resize.scale);
+    }
+    std::string operator()(const HostVisibility& visibility) const {
+        return visibility.visible ? "visible" : "hidden";
+    }
+    std::string operator()(HostLifecycle change) const { return std::string("lifecycle ") + name(change); }
+    std::string operator()(HostContextLost) const { return "context lost"; }
+    std::string operator()(HostClose) const { return "close"; }
+};
+
+}  // namespace
+
+std::string describe(const HostEvent& event) {
+    return std::visit(Describer{}, event);
+}
