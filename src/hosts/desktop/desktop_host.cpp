@@ -1,0 +1,166 @@
+// The desktop's loop: events in, frames out, waiting while there is nothing to show.
+// The order of the tear-down matters: the app and its GL objects go before the context and the window.
+#include "hosts/desktop/desktop_host.h"
+
+#include <SDL.h>
+#include <chrono>
+#include <cstdlib>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "hosts/desktop/desktop_window.h"
+#include "hosts/desktop/frame_pacer.h"
+#include "hosts/desktop/sdl_event_translator.h"
+#include "hosts/desktop/x11_errors.h"
+#include "platform/foundation/ns_log.h"
+#include "platform/gl/screen_compositor.h"
+#include "platform/ui/ui_screen.h"
+
+namespace {
+
+using MakeDelegate = std::function<std::shared_ptr<UIApplicationDelegate>()>;
+
+/// SDL's video for as long as it lives.
+class SdlVideo {
+  public:
+    SdlVideo() {
+        SDL_SetHint(SDL_HINT_APP_NAME, "Zentaro");
+        SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
+        SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
+        // Desktops that compose windows go on composing the others.
+        SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+        if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+            _error = SDL_GetError();
+        } else if (!isDisplay(SDL_GetCurrentVideoDriver())) {
+            _error = "no X11 or Wayland display, nor a console of its own";
+        }
+    }
+    ~SdlVideo() { SDL_Quit(); }
+    SdlVideo(const SdlVideo&) = delete;
+    SdlVideo& operator=(const SdlVideo&) = delete;
+
+    /// Why nothing can be shown; empty if all is well.
+    const std::string& error() const { return _error; }
+
+  private:
+    /// SDL ends up with drivers that show nothing where there is no display; only the user may ask for those.
+    static bool isDisplay(std::string_view driver) {
+        if (std::getenv("SDL_VIDEODRIVER") != nullptr) return true;
+        return driver != "offscreen" && driver != "dummy" && driver != "evdev";
+    }
+
+    std::string _error;
+};
+
+/// Seconds since its making; SDL's own times are brought onto it.
+class HostClock {
+  public:
+    HostTime now() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
+    }
+    /// SDL's tick count in milliseconds wraps after 49 days; its distance from now does not.
+    HostTime ofTicks(uint32_t ticks) const {
+        return now() - static_cast<double>(SDL_GetTicks() - ticks) / 1000;
+    }
+
+  private:
+    std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
+};
+
+class DesktopLoop {
+  public:
+    DesktopLoop(DesktopWindow& window, UIApplication& application, const DesktopOptions& options)
+        : _window(window),
+          _application(application),
+          _verbose(options.verbose),
+          _begun(options.begun),
+          _pacer(1 / window.refreshRate()) {}
+
+    void run() {
+        while (!_window.quitRequested()) {
+            takeEvents();
+            if (_window.quitRequested() || !_application.isVisible()) continue;
+            const HostTime begun = _clock.now();
+            _application.frame(begun);
+            reportFirstFrame();
+            std::this_thread::sleep_for(
+                std::chrono::duration<double>(_pacer.pauseAfter(begun, _clock.now())));
+        }
+        _application.handle(HostLifecycle::willTerminate);
+    }
+
+  private:
+    /// Everything that waits; while the window is hidden, waits for something.
+    void takeEvents() {
+        SDL_Event event;
+        if (!_application.isVisible()) {
+            if (SDL_WaitEvent(&event) != 0) take(event);
+            _pacer.restart();
+        }
+        while (SDL_PollEvent(&event) != 0)
+            take(event);
+    }
+
+    void take(const SDL_Event& event) {
+        if (event.type == SDL_WINDOWEVENT) _window.updateSize();
+        _events.clear();
+        _translator.translate(event, _window.geometry(), _clock.ofTicks(event.common.timestamp), _events);
+        for (const HostEvent& one : _events) {
+            if (_verbose) NSLog("event %s", describe(one).c_str());
+            _application.handle(one);
+        }
+    }
+
+    void reportFirstFrame() {
+        if (!_verbose || _firstFrameReported || _window.presentedFrames() == 0) return;
+        _firstFrameReported = true;
+        const auto sinceStart = std::chrono::steady_clock::now() - _begun;
+        NSLog("first frame after %.1f ms", std::chrono::duration<double, std::milli>(sinceStart).count());
+    }
+
+    DesktopWindow& _window;
+    UIApplication& _application;
+    bool _verbose;
+    std::chrono::steady_clock::time_point _begun;
+    FramePacer _pacer;
+    HostClock _clock;
+    SdlEventTranslator _translator;
+    std::vector<HostEvent> _events;
+    bool _firstFrameReported = false;
+};
+
+/// What the app finds through its shared accessors, for as long as it runs.
+class SharedSurface {
+  public:
+    explicit SharedSurface(GLSurface* surface) { setSharedGLSurface(surface); }
+    ~SharedSurface() { setSharedGLSurface(nullptr); }
+    SharedSurface(const SharedSurface&) = delete;
+    SharedSurface& operator=(const SharedSurface&) = delete;
+};
+
+DesktopResult runInWindow(DesktopWindow& window, const DesktopOptions& options,
+                          const MakeDelegate& makeDelegate) {
+    const SharedSurface surface(&window);
+    const WindowGeometry geometry = window.geometry();
+    UIScreen::mainScreen().setSizeAndScale(geometry.size, geometry.scale);
+    UIApplication application(makeDelegate(), &window, makeScreenCompositor());
+    const bool launched = application.launch();
+    if (!window.hasContext()) {
+        return {DesktopEnd::failed, "cannot draw without OpenGL ES 2.0: " + window.lastError()};
+    }
+    if (!launched) return {DesktopEnd::failed, "the app's resources are damaged; install it anew"};
+    DesktopLoop(window, application, options).run();
+    return {};
+}
+
+}  // namespace
+
+DesktopResult runDesktop(const DesktopOptions& options, const MakeDelegate& makeDelegate) {
+    const SdlVideo video;
+    if (!video.error().empty()) return {DesktopEnd::noDisplay, "no display: " + video.error()};
+    surviveX11Errors();
+    DesktopWindow window({options.size, options.scale, options.fullscreen});
+    return runInWindow(window, options, makeDelegate);
+}

@@ -1,0 +1,205 @@
+// Translation by kind of event; what no kind takes means nothing to the app.
+// The window's own hints keep SDL from making mice of fingers and fingers of mice; what slips through is
+// dropped here.
+#include "hosts/desktop/sdl_event_translator.h"
+
+#include <SDL_keyboard.h>
+#include <SDL_keycode.h>
+#include <SDL_touch.h>
+#include <array>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+CGPoint pointAt(double x, double y, const WindowGeometry& geometry) {
+    return {x * geometry.pointsPerUnit, y * geometry.pointsPerUnit};
+}
+
+std::optional<HostEvent> translateMouseButton(const SDL_MouseButtonEvent& button,
+                                              const WindowGeometry& geometry, HostTime time) {
+    if (button.which == SDL_TOUCH_MOUSEID || button.button != SDL_BUTTON_LEFT) return std::nullopt;
+    const auto phase = button.type == SDL_MOUSEBUTTONDOWN ? UITouchPhase::began : UITouchPhase::ended;
+    return HostTouch{phase, SdlEventTranslator::kMouseTouch, pointAt(button.x, button.y, geometry), time};
+}
+
+std::optional<HostEvent> translateMouseMotion(const SDL_MouseMotionEvent& motion,
+                                              const WindowGeometry& geometry, HostTime time) {
+    if (motion.which == SDL_TOUCH_MOUSEID || (motion.state & SDL_BUTTON_LMASK) == 0) return std::nullopt;
+    return HostTouch{UITouchPhase::moved, SdlEventTranslator::kMouseTouch,
+                     pointAt(motion.x, motion.y, geometry), time};
+}
+
+std::optional<HostEvent> translateWheel(const SDL_MouseWheelEvent& wheel, const WindowGeometry& geometry,
+                                        HostTime time) {
+    if (wheel.which == SDL_TOUCH_MOUSEID) return std::nullopt;
+    const double away = static_cast<double>(wheel.preciseY);
+    const double steps = wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -away : away;
+    if (steps == 0) return std::nullopt;
+    return HostWheel{pointAt(wheel.mouseX, wheel.mouseY, geometry), steps, time};
+}
+
+std::optional<HostEvent> translateMouse(const SDL_Event& event, const WindowGeometry& geometry,
+                                        HostTime time) {
+    switch (event.type) {
+        case SDL_MOUSEBUTTONDOWN:
+        case SDL_MOUSEBUTTONUP:
+            return translateMouseButton(event.button, geometry, time);
+        case SDL_MOUSEMOTION:
+            return translateMouseMotion(event.motion, geometry, time);
+        case SDL_MOUSEWHEEL:
+            return translateWheel(event.wheel, geometry, time);
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<UITouchPhase> fingerPhase(uint32_t type) {
+    switch (type) {
+        case SDL_FINGERDOWN:
+            return UITouchPhase::began;
+        case SDL_FINGERMOTION:
+            return UITouchPhase::moved;
+        case SDL_FINGERUP:
+            return UITouchPhase::ended;
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<HostEvent> translateFinger(const SDL_Event& event, const WindowGeometry& geometry,
+                                         HostTime time) {
+    const auto phase = fingerPhase(event.type);
+    if (!phase || event.tfinger.touchId == SDL_MOUSE_TOUCHID) return std::nullopt;
+    // One up keeps clear of the mouse; unsigned, so that the largest id wraps instead of overflowing.
+    const auto id = static_cast<int64_t>(static_cast<uint64_t>(event.tfinger.fingerId) + 1);
+    const CGPoint location{static_cast<double>(event.tfinger.x) * geometry.size.width,
+                           static_cast<double>(event.tfinger.y) * geometry.size.height};
+    return HostTouch{*phase, id, location, time};
+}
+
+std::optional<HostKey> namedKey(SDL_Keycode code) {
+    static constexpr std::array<std::pair<SDL_Keycode, HostKey>, 13> keys{{
+        {SDLK_ESCAPE, HostKey::escape},
+        {SDLK_RETURN, HostKey::returnKey},
+        {SDLK_KP_ENTER, HostKey::returnKey},
+        {SDLK_SPACE, HostKey::space},
+        {SDLK_HOME, HostKey::home},
+        {SDLK_LEFT, HostKey::left},
+        {SDLK_RIGHT, HostKey::right},
+        {SDLK_UP, HostKey::up},
+        {SDLK_DOWN, HostKey::down},
+        {SDLK_F1, HostKey::f1},
+        {SDLK_F11, HostKey::f11},
+        {SDLK_TAB, HostKey::tab},
+        {SDLK_BACKSPACE, HostKey::backspace},
+    }};
+    for (const auto& [name, key] : keys) {
+        if (name == code) return key;
+    }
+    return std::nullopt;
+}
+
+std::string lowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return lower;
+}
+
+/// Keys without text, and those typed with control, which type none; the others follow as text.
+std::optional<HostEvent> translateKeyDown(const SDL_KeyboardEvent& press, HostTime time) {
+    const SDL_Keycode code = press.keysym.sym;
+    const bool repeated = press.repeat != 0;
+    const bool control = (press.keysym.mod & KMOD_CTRL) != 0;
+    if (const auto key = namedKey(code)) return HostKeyPress{*key, "", repeated, control, time};
+    // AltGr is control and alt on some systems, and types text.
+    const bool typesNothing = control && (press.keysym.mod & (KMOD_ALT | KMOD_MODE)) == 0;
+    if (!typesNothing || code <= ' ' || code > '~') return std::nullopt;
+    const std::string text(1, static_cast<char>(code));
+    return HostKeyPress{HostKey::character, lowerCase(text), repeated, true, time};
+}
+
+std::size_t characterLength(char first) {
+    const auto byte = static_cast<unsigned char>(first);
+    if (byte >= 0xF0) return 4;
+    if (byte >= 0xE0) return 3;
+    return byte >= 0xC0 ? 2 : 1;
+}
+
+/// An input method may type several characters at once: each is a press.
+void translateText(std::string_view text, bool repeated, HostTime time, std::vector<HostEvent>& out) {
+    while (!text.empty()) {
+        const auto character = text.substr(0, characterLength(text.front()));
+        text.remove_prefix(character.size());
+        // Space came as a key already.
+        if (character == " ") continue;
+        out.emplace_back(HostKeyPress{HostKey::character, lowerCase(character), repeated, false, time});
+    }
+}
+
+std::optional<HostEvent> translateWindow(const SDL_WindowEvent& window, const WindowGeometry& geometry) {
+    switch (window.event) {
+        case SDL_WINDOWEVENT_SIZE_CHANGED:
+        case SDL_WINDOWEVENT_DISPLAY_CHANGED:
+            return HostResize{geometry.size, geometry.scale};
+        case SDL_WINDOWEVENT_HIDDEN:
+        case SDL_WINDOWEVENT_MINIMIZED:
+            return HostVisibility{false};
+        case SDL_WINDOWEVENT_SHOWN:
+        case SDL_WINDOWEVENT_EXPOSED:
+        case SDL_WINDOWEVENT_RESTORED:
+        case SDL_WINDOWEVENT_MAXIMIZED:
+            return HostVisibility{true};
+        case SDL_WINDOWEVENT_FOCUS_GAINED:
+            return HostLifecycle::didBecomeActive;
+        case SDL_WINDOWEVENT_FOCUS_LOST:
+            return HostLifecycle::willResignActive;
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<HostEvent> translateLife(uint32_t type) {
+    switch (type) {
+        // Closing the last window, and the signals to end, arrive as this one.
+        case SDL_QUIT:
+            return HostClose{};
+        case SDL_APP_TERMINATING:
+            return HostLifecycle::willTerminate;
+        case SDL_APP_LOWMEMORY:
+            return HostLifecycle::memoryWarning;
+        case SDL_APP_DIDENTERBACKGROUND:
+            return HostVisibility{false};
+        case SDL_APP_DIDENTERFOREGROUND:
+            return HostVisibility{true};
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace
+
+void SdlEventTranslator::translate(const SDL_Event& event, const WindowGeometry& geometry, HostTime time,
+                                   std::vector<HostEvent>& out) {
+    if (event.type == SDL_TEXTINPUT) {
+        translateText(event.text.text, _repeated, time, out);
+        return;
+    }
+    std::optional<HostEvent> meaning;
+    if (event.type == SDL_KEYDOWN) {
+        _repeated = event.key.repeat != 0;
+        meaning = translateKeyDown(event.key, time);
+    } else if (event.type == SDL_WINDOWEVENT) {
+        meaning = translateWindow(event.window, geometry);
+    } else if (event.type >= SDL_MOUSEMOTION && event.type <= SDL_MOUSEWHEEL) {
+        meaning = translateMouse(event, geometry, time);
+    } else if (event.type >= SDL_FINGERDOWN && event.type <= SDL_FINGERMOTION) {
+        meaning = translateFinger(event, geometry, time);
+    } else {
+        meaning = translateLife(event.type);
+    }
+    if (meaning) out.push_back(*std::move(meaning));
+}

@@ -1,0 +1,216 @@
+// What the app hears of SDL's events, from events made by hand.
+#include "hosts/desktop/sdl_event_translator.h"
+
+#include <SDL_keycode.h>
+#include <SDL_touch.h>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "hosts/desktop/frame_pacer.h"
+
+namespace {
+
+/// A window of 600 x 300 points with 2 pixels a point, whose SDL coordinates are pixels.
+const WindowGeometry kGeometry{{600, 300}, 2, 0.5};
+
+class SdlEvents : public testing::Test {
+  protected:
+    /// The events as the log shows them, joined by "; ".
+    std::string heard(const SDL_Event& event) {
+        std::vector<HostEvent> events;
+        _translator.translate(event, kGeometry, 1.5, events);
+        std::string text;
+        for (const auto& one : events)
+            text += (text.empty() ? "" : "; ") + describe(one);
+        return text;
+    }
+    static std::string described(const HostEvent& event) { return describe(event); }
+
+    SdlEventTranslator _translator;
+};
+
+SDL_Event ofType(uint32_t type) {
+    SDL_Event event;
+    std::memset(&event, 0, sizeof event);
+    event.type = type;
+    return event;
+}
+
+SDL_Event button(uint32_t type, uint8_t which, int x, int y) {
+    SDL_Event event = ofType(type);
+    event.button.button = which;
+    event.button.x = x;
+    event.button.y = y;
+    return event;
+}
+
+SDL_Event key(SDL_Keycode code, uint16_t modifiers = KMOD_NONE, bool repeated = false) {
+    SDL_Event event = ofType(SDL_KEYDOWN);
+    event.key.keysym.sym = code;
+    event.key.keysym.mod = modifiers;
+    event.key.repeat = repeated ? 1 : 0;
+    return event;
+}
+
+SDL_Event text(const char* typed) {
+    SDL_Event event = ofType(SDL_TEXTINPUT);
+    std::strncpy(event.text.text, typed, sizeof event.text.text - 1);
+    return event;
+}
+
+SDL_Event finger(uint32_t type, SDL_FingerID id, float x, float y) {
+    SDL_Event event = ofType(type);
+    event.tfinger.touchId = 7;
+    event.tfinger.fingerId = id;
+    event.tfinger.x = x;
+    event.tfinger.y = y;
+    return event;
+}
+
+SDL_Event windowEvent(uint8_t what) {
+    SDL_Event event = ofType(SDL_WINDOWEVENT);
+    event.window.event = what;
+    return event;
+}
+
+TEST_F(SdlEvents, TheLeftMouseButtonIsOneTouchInPoints) {
+    EXPECT_EQ(heard(button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 100, 40)),
+              described(HostTouch{UITouchPhase::began, 0, {50, 20}, 1.5}));
+    SDL_Event motion = ofType(SDL_MOUSEMOTION);
+    motion.motion.x = 102;
+    motion.motion.y = 44;
+    motion.motion.state = SDL_BUTTON_LMASK;
+    EXPECT_EQ(heard(motion), described(HostTouch{UITouchPhase::moved, 0, {51, 22}, 1.5}));
+    EXPECT_EQ(heard(button(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 102, 44)),
+              described(HostTouch{UITouchPhase::ended, 0, {51, 22}, 1.5}));
+}
+
+TEST_F(SdlEvents, OtherButtonsHoveringAndMiceMadeOfFingersAreNotHeard) {
+    EXPECT_EQ(heard(button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT, 1, 1)), "");
+    SDL_Event hover = ofType(SDL_MOUSEMOTION);
+    hover.motion.state = SDL_BUTTON_RMASK;
+    EXPECT_EQ(heard(hover), "");
+    SDL_Event synthetic = button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 1, 1);
+    synthetic.button.which = SDL_TOUCH_MOUSEID;
+    EXPECT_EQ(heard(synthetic), "");
+    SDL_Event fromMouse = finger(SDL_FINGERDOWN, 1, 0.5F, 0.5F);
+    fromMouse.tfinger.touchId = SDL_MOUSE_TOUCHID;
+    EXPECT_EQ(heard(fromMouse), "");
+}
+
+TEST_F(SdlEvents, FingersHaveIdsApartFromTheMouse) {
+    EXPECT_EQ(heard(finger(SDL_FINGERDOWN, 0, 0.5F, 0.25F)),
+              described(HostTouch{UITouchPhase::began, 1, {300, 75}, 1.5}));
+    EXPECT_EQ(heard(finger(SDL_FINGERMOTION, 41, 1, 1)),
+              described(HostTouch{UITouchPhase::moved, 42, {600, 300}, 1.5}));
+    EXPECT_EQ(heard(finger(SDL_FINGERUP, 41, 0, 0)),
+              described(HostTouch{UITouchPhase::ended, 42, {0, 0}, 1.5}));
+}
+
+TEST_F(SdlEvents, WheelStepsPointAwayFromTheUserWhateverTheSystemsTaste) {
+    SDL_Event wheel = ofType(SDL_MOUSEWHEEL);
+    wheel.wheel.preciseY = 1.5F;
+    wheel.wheel.mouseX = 20;
+    wheel.wheel.mouseY = 60;
+    EXPECT_EQ(heard(wheel), described(HostWheel{{10, 30}, 1.5, 1.5}));
+    wheel.wheel.direction = SDL_MOUSEWHEEL_FLIPPED;
+    EXPECT_EQ(heard(wheel), described(HostWheel{{10, 30}, -1.5, 1.5}));
+    wheel.wheel.preciseY = 0;
+    EXPECT_EQ(heard(wheel), "") << "sideways";
+}
+
+TEST_F(SdlEvents, TypedKeysAreHeardOnceAndInLowerCase) {
+    EXPECT_EQ(heard(key(SDLK_c)), "") << "its text follows";
+    EXPECT_EQ(heard(text("C")), described(HostKeyPress{HostKey::character, "c", false, false, 1.5}));
+    heard(key(SDLK_SLASH, KMOD_LSHIFT));
+    EXPECT_EQ(heard(text("?")), described(HostKeyPress{HostKey::character, "?", false, false, 1.5}));
+    EXPECT_EQ(heard(key(SDLK_SPACE)), described(HostKeyPress{HostKey::space, "", false, false, 1.5}));
+    EXPECT_EQ(heard(text(" ")), "");
+}
+
+TEST_F(SdlEvents, TextOfSeveralCharactersIsSeveralPresses) {
+    EXPECT_EQ(heard(text("a\xC3\xA9\xE2\x82\xAC")),
+              described(HostKeyPress{HostKey::character, "a", false, false, 1.5}) + "; " +
+                  described(HostKeyPress{HostKey::character, "\xC3\xA9", false, false, 1.5}) + "; " +
+                  described(HostKeyPress{HostKey::character, "\xE2\x82\xAC", false, false, 1.5}));
+    EXPECT_EQ(heard(text("\xE2")), described(HostKeyPress{HostKey::character, "\xE2", false, false, 1.5}))
+        << "cut off text is not read beyond its end";
+}
+
+TEST_F(SdlEvents, HeldKeysSaySo) {
+    heard(key(SDLK_c, KMOD_NONE, true));
+    EXPECT_EQ(heard(text("c")), described(HostKeyPress{HostKey::character, "c", true, false, 1.5}));
+    EXPECT_EQ(heard(key(SDLK_F11, KMOD_NONE, true)),
+              described(HostKeyPress{HostKey::f11, "", true, false, 1.5}));
+    heard(key(SDLK_c));
+    EXPECT_EQ(heard(text("c")), described(HostKeyPress{HostKey::character, "c", false, false, 1.5}));
+}
+
+TEST_F(SdlEvents, ControlKeysComeWithoutText) {
+    EXPECT_EQ(heard(key(SDLK_q, KMOD_LCTRL)),
+              described(HostKeyPress{HostKey::character, "q", false, true, 1.5}));
+    EXPECT_EQ(heard(key(SDLK_q, KMOD_LCTRL | KMOD_RALT)), "") << "AltGr: its text follows";
+    EXPECT_EQ(heard(key(SDLK_LCTRL, KMOD_LCTRL)), "");
+}
+
+TEST_F(SdlEvents, TheWindowsLife) {
+    const struct {
+        SDL_Event event;
+        std::string means;
+    } rows[] = {
+        {windowEvent(SDL_WINDOWEVENT_SIZE_CHANGED), described(HostResize{{600, 300}, 2})},
+        {windowEvent(SDL_WINDOWEVENT_RESIZED), ""},  // it accompanies SIZE_CHANGED
+        {windowEvent(SDL_WINDOWEVENT_MINIMIZED), described(HostVisibility{false})},
+        {windowEvent(SDL_WINDOWEVENT_HIDDEN), described(HostVisibility{false})},
+        {windowEvent(SDL_WINDOWEVENT_EXPOSED), described(HostVisibility{true})},
+        {windowEvent(SDL_WINDOWEVENT_RESTORED), described(HostVisibility{true})},
+        {windowEvent(SDL_WINDOWEVENT_FOCUS_LOST), described(HostLifecycle::willResignActive)},
+        {windowEvent(SDL_WINDOWEVENT_FOCUS_GAINED), described(HostLifecycle::didBecomeActive)},
+        {windowEvent(SDL_WINDOWEVENT_CLOSE), ""},  // SDL_QUIT follows, as it does a signal
+        {ofType(SDL_QUIT), described(HostClose{})},
+        {ofType(SDL_APP_LOWMEMORY), described(HostLifecycle::memoryWarning)},
+        {ofType(SDL_APP_TERMINATING), described(HostLifecycle::willTerminate)},
+        {ofType(SDL_CLIPBOARDUPDATE), ""},
+        {ofType(SDL_KEYUP), ""},
+    };
+    for (const auto& [event, means] : rows) {
+        EXPECT_EQ(heard(event), means) << "type " << event.type << " window " << int{event.window.event};
+    }
+}
+
+TEST(FramePacer, LeavesSynchronisedAndSlowFramesAlone) {
+    FramePacer pacer(0.016);
+    for (int i = 0; i < 100; ++i) {
+        const double begun = i * 0.016;
+        EXPECT_EQ(pacer.pauseAfter(begun, begun + 0.0155), 0) << i;
+    }
+}
+
+TEST(FramePacer, BringsHurriedFramesToTheDisplaysPace) {
+    FramePacer pacer(0.016);
+    double now = 0;
+    int frames = 0;
+    for (; now < 10; ++frames) {
+        const double begun = now;
+        now += 0.003;
+        now += pacer.pauseAfter(begun, now);
+    }
+    EXPECT_NEAR(frames, 10 / 0.016, 10);
+}
+
+TEST(FramePacer, ALateFrameIsNotMadeUpForByHurryingAfterwards) {
+    FramePacer pacer(0.010);
+    double now = 0;
+    for (int i = 0; i < 20; ++i) {
+        const double begun = now;
+        now += 0.001;
+        now += pacer.pauseAfter(begun, now);
+    }
+    now += 1;  // one frame took a second
+    EXPECT_EQ(pacer.pauseAfter(now - 1, now), 0);
+    EXPECT_NEAR(pacer.pauseAfter(now, now + 0.001), 0.009, 0.001);
+}
+
+}  // namespace
