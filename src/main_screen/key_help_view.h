@@ -11,6 +11,8 @@ class KeyHelpView : public UIView {
     KeyHelpView(CGRect frame, std::function<void()> close);
 
     void layoutSubviews() override;
+    /// The screen below rests while the list is shown.
+    bool swallowsTouches() const override { return true; }
     void touchesBegan(const UITouches&, const UIEvent&) override {}
     void touchesMoved(const UITouches&, const UIEvent&) override {}
     void touchesEnded(const UITouches& touches, const UIEvent& event) override;
