@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/host/host_event.h"
@@ -73,5 +74,33 @@ class UIApplication {
     double _time = 0;
     bool _visible = true;
     bool _idleTimerDisabled = false;
-    /* ... the implementer's */
+
+    struct FrameCallback {
+        int token = 0;
+        int stage = 0;
+        std::function<void(double)> block;
+        bool removed = false;
+    };
+
+    /// One per type of event, called by handle.
+    struct EventHandler;
+
+    void advanceClock(HostTime time);
+    void runCallbacks(int stage);
+    void becomeActive();
+    void resignActive();
+    void setVisible(bool visible);
+    void terminate();
+    void resize(const HostResize& event);
+    void pressKey(const HostKeyPress& press);
+    std::shared_ptr<UIWindow> window() const;
+
+    bool _launched = false;
+    bool _active = false;
+    bool _terminated = false;
+    /// The host's time of the last frame; nothing before the first one and after having been hidden.
+    std::optional<HostTime> _lastFrame;
+    /// Shared, so that one that is removed while it runs lives to its end.
+    std::vector<std::shared_ptr<FrameCallback>> _callbacks;
+    int _lastToken = 0;
 };

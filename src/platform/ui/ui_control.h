@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/ui/ui_view.h"
@@ -19,6 +20,7 @@ class UILabel : public UIView {
     /// Keeps the width at most the present one and takes the height of the wrapped lines.
     void sizeToFit();
     void drawRect(Canvas& canvas, CGRect bounds) override;
+    bool drawsContent() const override { return !_text.empty(); }
 
   private:
     std::string _text;
@@ -34,6 +36,7 @@ class UIImageView : public UIView {
     void setImage(UIImageRef image);
     const UIImageRef& image() const { return _image; }
     void drawRect(Canvas& canvas, CGRect bounds) override;
+    bool drawsContent() const override { return _image != nullptr; }
 
   private:
     UIImageRef _image;
@@ -50,6 +53,12 @@ class UIButton : public UIView {
     void setTintColor(UIColor color);
     void setAction(std::function<void()> action) { _action = std::move(action); }
     bool isHighlighted() const { return _highlighted; }
+    /// Lights up for a moment, as if a finger had tapped (a key did).
+    void flash();
+    /// The width and height in points that image and title need, without any margin.
+    CGSize contentSize() const;
+    bool swallowsTouches() const override { return true; }
+    void layoutSubviews() override;
     void drawRect(Canvas& canvas, CGRect bounds) override;
     void touchesBegan(const UITouches& touches, const UIEvent& event) override;
     void touchesMoved(const UITouches& touches, const UIEvent& event) override;
@@ -58,6 +67,9 @@ class UIButton : public UIView {
 
   private:
     void setHighlighted(bool highlighted);
+    void showGlow();
+    void fadeGlow();
+    bool holdsFinger(const UITouches& touches, bool* inside) const;
 
     std::string _title;
     UIImageRef _image;
@@ -65,5 +77,8 @@ class UIButton : public UIView {
     UIColor _tint = UIColor::white();
     std::function<void()> _action;
     bool _highlighted = false;
-    int64_t _finger = -1;
+    /// The finger that presses; others are ignored meanwhile.
+    std::optional<int64_t> _finger;
+    /// The light over the content; made at the first press.
+    std::shared_ptr<UIView> _glow;
 };

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ui/ui_view.h"
+#include "platform/ui/ui_control.h"
 
 class UIBarButtonItem : public KeyValueCoding, public std::enable_shared_from_this<UIBarButtonItem> {
   public:
@@ -21,7 +21,7 @@ class UIBarButtonItem : public KeyValueCoding, public std::enable_shared_from_th
     bool isFlexibleSpace() const { return _flexibleSpace; }
     void setFlexibleSpace(bool flexible) { _flexibleSpace = flexible; }
     void setAction(Action action) { _action = std::move(action); }
-    /// What a tap does.
+    /// What a tap does: the button lights up, the action runs.
     void sendAction();
     /// The button that stands for the item while it is in a toolbar; also by name ("view").
     std::shared_ptr<UIView> view() const { return _view.lock(); }
@@ -31,6 +31,8 @@ class UIBarButtonItem : public KeyValueCoding, public std::enable_shared_from_th
     KeyValueTable makeKeyValueTable() override;  // "view" ("@", std::shared_ptr<UIView>), "title"
 
   private:
+    std::shared_ptr<UIButton> button() const;
+
     std::string _title;
     UIImageRef _image;
     std::string _accessibilityLabel;
@@ -48,10 +50,18 @@ class UIToolbar : public UIView {
     void setItems(Items items);
     void setTintColor(UIColor color);
     UIColor tintColor() const { return _tintColor; }
+    /// Puts the buttons side by side, each over the bar's whole height. Flexible spaces share what is left;
+    /// without any, what is left is spread evenly between and around the buttons. On a bar too narrow for
+    /// that, first the gaps, then the margins, then the buttons shrink, so that nothing overlaps or sticks
+    /// out.
     void layoutSubviews() override;
     void drawRect(Canvas& canvas, CGRect bounds) override;
+    bool drawsContent() const override { return true; }
+    bool swallowsTouches() const override { return true; }
 
   private:
+    std::shared_ptr<UIButton> makeButton(const std::shared_ptr<UIBarButtonItem>& item) const;
+
     Items _items;
     UIColor _tintColor = UIColor::white();
 };

@@ -54,8 +54,14 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     void setHidden(bool hidden);
     UIColor backgroundColor() const { return _backgroundColor; }
     void setBackgroundColor(UIColor color);
+    double cornerRadius() const { return _cornerRadius; }
+    /// Rounds the background's corners; points.
+    void setCornerRadius(double radius);
     bool isUserInteractionEnabled() const { return _userInteractionEnabled; }
     void setUserInteractionEnabled(bool enabled) { _userInteractionEnabled = enabled; }
+    /// Whether a touch on this view or below it stays hidden from the gesture recognisers of the views above
+    /// it. Controls and bars answer YES, so that pressing them moves nothing behind them.
+    virtual bool swallowsTouches() const { return false; }
     void setAutoresizingMask(uint32_t mask) { _autoresizingMask = mask; }
     const std::string& accessibilityLabel() const { return _accessibilityLabel; }
     void setAccessibilityLabel(std::string label) { _accessibilityLabel = std::move(label); }
@@ -72,6 +78,7 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     void removeFromSuperview();
     virtual UIWindow* window() { return _superview ? _superview->window() : nullptr; }
 
+    /// Asks for layoutSubviews with the next frame.
     void setNeedsLayout();
     void layoutIfNeeded();
     virtual void layoutSubviews() {}
@@ -81,11 +88,14 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     virtual void drawRect(Canvas&, CGRect /*bounds*/) {}
     /// A view whose picture comes through OpenGL (drawn below the overlay) paints nothing on the Canvas.
     virtual bool drawsThroughGL() const { return false; }
+    /// NO if drawRect paints nothing at present. A subclass is taken to paint, a plain UIView not.
+    virtual bool drawsContent() const;
     /// Paints the whole tree from here on at the presentation values, in the superview's coordinates.
     void paint(Canvas& canvas);
     /// What the tree paints now, in the superview's coordinates; CGRectNull for nothing.
     CGRect paintedFrame() const;
 
+    /// Between the view's own coordinates and the window's, at the values last set (not the presentation).
     CGPoint convertPointToWindow(CGPoint p) const;
     CGPoint convertPointFromWindow(CGPoint p) const;
     CGRect convertRectToWindow(CGRect r) const;
@@ -115,8 +125,12 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     KeyValueTable makeKeyValueTable() override;
 
   private:
+    void resizeSubviews(CGSize from, CGSize to);
+    void paintContents(Canvas& canvas, CGSize size);
+
     CGRect _frame;
     double _alpha = 1;
+    double _cornerRadius = 0;
     bool _hidden = false;
     bool _userInteractionEnabled = true;
     bool _needsLayout = true;

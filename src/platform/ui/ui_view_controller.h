@@ -21,9 +21,17 @@ class UIViewController : public UIResponder, public std::enable_shared_from_this
 
     /// The view, loaded (loadView, then viewDidLoad) at the first call.
     std::shared_ptr<UIView> view();
-    bool isViewLoaded() const { return _view != nullptr; }
+    bool isViewLoaded() const { return _loaded && _view != nullptr; }
+    /// Takes the place of the present view where that one is shown.
     void setView(std::shared_ptr<UIView> view);
     std::shared_ptr<UIViewController> presentedViewController() const { return _presented; }
+    /// Shows another screen over this one, faded in if animated. Nothing, with a log line, if this one is not
+    /// on a window or presents already.
+    void presentViewController(const std::shared_ptr<UIViewController>& controller, bool animated);
+    /// Takes the presented screen, and what that presents in turn, away again. Nothing without one.
+    void dismissViewController(bool animated);
+    /// The view's superview.
+    UIResponder* nextResponder() override;
 
     /// Makes a plain view unless a storyboard gave one.
     virtual void loadView();
@@ -48,5 +56,6 @@ class UIViewController : public UIResponder, public std::enable_shared_from_this
 
   private:
     std::shared_ptr<UIView> _view;
+    bool _loaded = false;
     std::shared_ptr<UIViewController> _presented;
 };

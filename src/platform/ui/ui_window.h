@@ -4,6 +4,8 @@
 
 #include <map>
 #include <memory>
+#include <set>
+#include <vector>
 
 #include "platform/ui/ui_view.h"
 
@@ -16,6 +18,10 @@ class UIWindow : public UIView {
     const std::shared_ptr<UIViewController>& rootViewController() const { return _root; }
     void setRootViewController(std::shared_ptr<UIViewController> controller);
     UIWindow* window() override { return this; }
+    /// The screen in front: the root controller, or what it presents.
+    std::shared_ptr<UIViewController> topViewController() const;
+    /// Loads the root's view and lets it appear; a root set later appears at once. Once is enough.
+    void makeKeyAndVisible();
 
     /// Takes a finger's event to its view and to the recognisers of the views above it. Unknown ids, repeated
     /// landings and events out of order are dropped with a log line.
@@ -27,8 +33,25 @@ class UIWindow : public UIView {
     /// Answers whether anything changed since the last call.
     bool takeOverlayDirty();
 
+    void layoutSubviews() override;
+    bool drawsContent() const override { return false; }
+
   private:
+    /// A finger on the window and who follows it from its landing on.
+    struct Finger {
+        std::shared_ptr<UITouch> touch;
+        std::vector<std::shared_ptr<UIGestureRecognizer>> recognizers;
+    };
+
+    void rootAppears();
+    bool accepts(const HostTouch& touch) const;
+    void begin(const HostTouch& touch);
+    void deliver(const Finger& finger);
+
     std::shared_ptr<UIViewController> _root;
-    std::map<int64_t, std::shared_ptr<UITouch>> _touches;
+    std::map<int64_t, Finger> _fingers;
+    /// Fingers that were cancelled while they still lay on the glass: the rest of them is dropped quietly.
+    std::set<int64_t> _cancelled;
+    bool _shown = false;
     bool _overlayDirty = true;
 };

@@ -8,32 +8,75 @@
 #include <vector>
 
 #include "platform/foundation/geometry.h"
+#include "platform/ui/spring_curve.h"
 
 class UIView;
 
-/// Progress of a spring from 0 to 1 over normalised time 0 to 1: the damped oscillator x'' = -w^2 (x - 1) - 2
-/// z w x' with x(0) = 0, its frequency chosen so that it has settled to 1/1000 at time 1.
-class SpringCurve {
-  public:
-    SpringCurve(double dampingRatio, double initialVelocity, double duration);
-    double valueAt(double normalisedTime) const;
-    /* fields: the implementer's */
-  private:
-    double _ratio;
-    double _velocity;
-    double _frequency;
-};
-
 class ViewAnimator {
   public:
+    using Completion = std::function<void(bool finished)>;
+
+    /// How a block's changes move: along the spring if there is one, else by easing in and out.
+    struct Timing {
+        double duration = 0;  ///< seconds
+        double delay = 0;     ///< seconds
+        bool fromCurrentState = false;
+        std::optional<SpringCurve> spring;
+    };
+
     static ViewAnimator& shared();
 
-    /// Steps every animation to the time (seconds, never backwards) and runs the completions that are due.
+    /// Steps every animation to the time (seconds, never backwards) and runs the completions that are due:
+    /// those of replaced animations and of ended ones, in the order in which they ended. An animation counts
+    /// from the step before its block, the first ones from the first step.
     void step(double time);
-    bool isRunning() const;
+    bool isRunning() const { return !_animations.empty(); }
     /// Forgets everything without running completions (the app is going away).
     void reset();
 
-    /* begin/end of a block, alphaChanged(view, from, to), frameChanged(...), presentation values,
-     * viewDestroyed(view): the implementer's */
+    /// Changes between the two belong to one animation. Blocks nest; the innermost takes the changes.
+    void beginBlock(Timing timing, Completion completion);
+    void endBlock();
+
+    /// A view is about to change a value; the track that ran on it so far ends here.
+    void alphaChanges(UIView& view, double from, double to);
+    void frameChanges(UIView& view, CGRect from, CGRect to);
+    /// What is on screen now: the model value unless a track runs.
+    double alphaOnScreen(const UIView& view, double model) const;
+    CGRect frameOnScreen(const UIView& view, CGRect model) const;
+    void viewDestroyed(const UIView& view);
+
+  private:
+    enum class Property { alpha, frame };
+
+    /// An alpha lies in origin.x.
+    struct Track {
+        UIView* view;
+        Property property;
+        CGRect from;
+        CGRect to;
+    };
+
+    struct Animation {
+        Timing timing;
+        Completion completion;
+        std::optional<double> start;
+        std::vector<Track> tracks;
+        /// The time at which the last of its tracks was taken away.
+        std::optional<double> interrupted;
+
+        double endTime() const;
+        double progressAt(double time) const;
+    };
+
+    void valueChanges(UIView& view, Property property, CGRect from, CGRect to);
+    CGRect onScreen(const UIView& view, Property property, CGRect model) const;
+    template <typename Predicate>
+    void dropTracks(Predicate predicate);
+    std::vector<Animation> takeEnded();
+
+    std::optional<double> _now;
+    std::vector<Animation> _animations;
+    /// The blocks that run now, the innermost last.
+    std::vector<Animation> _openBlocks;
 };

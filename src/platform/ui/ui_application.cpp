@@ -1,0 +1,213 @@
+// The order of a frame and of the app's life. Nothing here draws or waits.
+#include "platform/ui/ui_application.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/ns_log.h"
+#include "platform/foundation/ns_notification_center.h"
+#include "platform/ui/ui_screen.h"
+#include "platform/ui/ui_view_controller.h"
+#include "platform/ui/view_animator.h"
+
+namespace {
+
+UIApplication* sharedInstance = nullptr;
+
+void post(const std::string& name) {
+    NSNotificationCenter::defaultCenter().postNotificationName(name, sharedInstance);
+}
+
+}  // namespace
+
+UIApplication::UIApplication(std::shared_ptr<UIApplicationDelegate> delegate, WindowControl* control,
+                             std::unique_ptr<FramePresenter> presenter)
+    : _delegate(std::move(delegate)), _control(control), _presenter(std::move(presenter)) {
+    sharedInstance = this;
+}
+
+UIApplication::~UIApplication() {
+    ViewAnimator::shared().reset();
+    if (sharedInstance == this) sharedInstance = nullptr;
+}
+
+UIApplication* UIApplication::sharedApplication() {
+    return sharedInstance;
+}
+
+std::shared_ptr<UIWindow> UIApplication::window() const {
+    return _launched ? _delegate->window() : nullptr;
+}
+
+bool UIApplication::launch() {
+    if (_launched) return true;
+    if (!_delegate->applicationDidFinishLaunching()) return false;
+    _launched = true;
+    if (const auto shown = window()) {
+        shown->setFrame(UIScreen::mainScreen().bounds());
+        shown->makeKeyAndVisible();
+    }
+    becomeActive();
+    return true;
+}
+
+void UIApplication::becomeActive() {
+    if (!_launched || _active || _terminated || !_visible) return;
+    _active = true;
+    _delegate->applicationDidBecomeActive();
+    post(UIApplicationDidBecomeActiveNotification);
+}
+
+void UIApplication::resignActive() {
+    if (!_active) return;
+    _active = false;
+    if (const auto shown = window()) shown->cancelTouches();
+    _delegate->applicationWillResignActive();
+    post(UIApplicationWillResignActiveNotification);
+}
+
+void UIApplication::setVisible(bool visible) {
+    if (visible == _visible) return;
+    if (!visible) {
+        resignActive();
+        if (const auto shown = window()) shown->cancelTouches();
+        _visible = false;
+        _lastFrame.reset();
+        if (!_launched) return;
+        _delegate->applicationDidEnterBackground();
+        post(UIApplicationDidEnterBackgroundNotification);
+        return;
+    }
+    _visible = true;
+    if (!_launched) return;
+    _delegate->applicationWillEnterForeground();
+    post(UIApplicationWillEnterForegroundNotification);
+    becomeActive();
+    if (const auto shown = window()) shown->overlayNeedsDisplay();
+}
+
+void UIApplication::terminate() {
+    if (!_launched || _terminated) return;
+    resignActive();
+    _terminated = true;
+    _delegate->applicationWillTerminate();
+    post(UIApplicationWillTerminateNotification);
+}
+
+void UIApplication::resize(const HostResize& event) {
+    const auto isSize = [](double value) { return std::isfinite(value) && value > 0; };
+    if (!isSize(event.size.width) || !isSize(event.size.height) || !isSize(event.scale)) {
+        NSLog("impossible screen size %s at scale %g: ignored", NSStringFromCGSize(event.size).c_str(),
+              event.scale);
+        return;
+    }
+    UIScreen::mainScreen().setSizeAndScale(event.size, event.scale);
+    const auto shown = window();
+    if (!shown) return;
+    shown->setFrame(UIScreen::mainScreen().bounds());
+    shown->layoutIfNeeded();
+    shown->overlayNeedsDisplay();
+}
+
+void UIApplication::pressKey(const HostKeyPress& press) {
+    const auto shown = window();
+    const auto top = shown ? shown->topViewController() : nullptr;
+    if (top) top->keyPressed(press);
+}
+
+struct UIApplication::EventHandler {
+    UIApplication& app;
+
+    void operator()(const HostTouch& touch) const {
+        const auto shown = app.window();
+        if (shown && app._visible) shown->sendTouch(touch);
+    }
+    void operator()(const HostKeyPress& press) const { app.pressKey(press); }
+    /// No view answers a wheel.
+    void operator()(const HostWheel&) const {}
+    void operator()(const HostResize& event) const { app.resize(event); }
+    void operator()(const HostVisibility& event) const { app.setVisible(event.visible); }
+    void operator()(const HostLifecycle& event) const {
+        switch (event) {
+            case HostLifecycle::didBecomeActive:
+                return app.becomeActive();
+            case HostLifecycle::willResignActive:
+                return app.resignActive();
+            case HostLifecycle::willTerminate:
+                return app.terminate();
+            case HostLifecycle::memoryWarning:
+                break;
+        }
+        post(UIApplicationDidReceiveMemoryWarningNotification);
+        const auto shown = app.window();
+        if (!shown) return;
+        for (auto controller = shown->rootViewController(); controller;
+             controller = controller->presentedViewController()) {
+            controller->didReceiveMemoryWarning();
+        }
+    }
+    void operator()(const HostContextLost&) const {
+        const auto shown = app.window();
+        if (!shown) return;
+        app._presenter->contextLost(*shown);
+        shown->overlayNeedsDisplay();
+    }
+    void operator()(const HostClose&) const {
+        app.terminate();
+        if (app._control) app._control->requestQuit();
+    }
+};
+
+void UIApplication::handle(const HostEvent& event) {
+    std::visit(EventHandler{*this}, event);
+}
+
+void UIApplication::advanceClock(HostTime time) {
+    if (_lastFrame) _time += std::max(time - *_lastFrame, 0.0);
+    _lastFrame = time;
+}
+
+void UIApplication::frame(HostTime time) {
+    if (!_launched || !_visible) return;
+    advanceClock(time);
+    DispatchQueue::mainQueue().drain();
+    runCallbacks(displayLinkStage);
+    ViewAnimator::shared().step(_time);
+    runCallbacks(updateStage);
+    if (const auto shown = window()) {
+        shown->layoutIfNeeded();
+        _presenter->presentFrame(*shown, _time, shown->takeOverlayDirty());
+    }
+    DispatchQueue::backgroundQueue().drain();
+}
+
+/// Callbacks that are added meanwhile wait for the next frame.
+void UIApplication::runCallbacks(int stage) {
+    const std::size_t count = _callbacks.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::shared_ptr<FrameCallback> callback = _callbacks[i];
+        if (callback->stage == stage && !callback->removed) callback->block(_time);
+    }
+    std::erase_if(_callbacks, [](const auto& callback) { return callback->removed; });
+}
+
+void UIApplication::setIdleTimerDisabled(bool disabled) {
+    if (disabled == _idleTimerDisabled) return;
+    _idleTimerDisabled = disabled;
+    if (_control) _control->setIdleTimerDisabled(disabled);
+}
+
+int UIApplication::addFrameCallback(int stage, std::function<void(double time)> callback) {
+    _callbacks.push_back(
+        std::make_shared<FrameCallback>(FrameCallback{++_lastToken, stage, std::move(callback)}));
+    return _lastToken;
+}
+
+/// The block stays until the end of the stage: it may be the one that runs now.
+void UIApplication::removeFrameCallback(int token) {
+    for (const auto& callback : _callbacks) {
+        if (callback->token == token) callback->removed = true;
+    }
+}

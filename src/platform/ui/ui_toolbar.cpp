@@ -1,0 +1,171 @@
+// Bar items and the bar that lays their buttons out.
+#include "platform/ui/ui_toolbar.h"
+
+#include <algorithm>
+#include <any>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr CGFloat minimumTarget = 44;
+constexpr CGFloat buttonPadding = 11;
+constexpr CGFloat barMargin = 8;
+constexpr CGFloat smallestGap = 2;
+constexpr CGFloat widestGap = 20;
+const UIFont titleFont = UIFont::boldSystemFontOfSize(17);
+constexpr UIColor hairline = UIColor::white(1, 0.14);
+
+/// What stands between the buttons of a bar, in points.
+struct Spacing {
+    CGFloat margin = barMargin;
+    CGFloat gap = 0;
+    CGFloat flexible = 0;
+    CGFloat shrink = 1;  ///< factor on the buttons' widths
+};
+
+/// Gaps take a third of the room that the buttons leave, within limits; flexible spaces take the rest.
+Spacing spacingFor(CGFloat width, CGFloat content, std::size_t buttons, std::size_t spaces) {
+    Spacing spacing;
+    const auto gaps = static_cast<CGFloat>(buttons > 1 ? buttons - 1 : 1);
+    const CGFloat room = width - content - 2 * spacing.margin;
+    if (room < gaps * smallestGap) {
+        spacing.gap = std::max(room / gaps, 0.0);
+        spacing.margin = std::clamp((width - content) / 2, 0.0, spacing.margin);
+        spacing.shrink = content > width ? std::max(width, 0.0) / content : 1;
+        return spacing;
+    }
+    spacing.gap = std::clamp(room / 3 / gaps, smallestGap, widestGap);
+    const CGFloat rest = room - gaps * spacing.gap;
+    if (spaces > 0) {
+        spacing.flexible = rest / static_cast<CGFloat>(spaces);
+    } else {
+        const CGFloat share = rest / static_cast<CGFloat>(buttons + 1);
+        spacing.gap += share;
+        spacing.margin += share;
+    }
+    return spacing;
+}
+
+CGFloat naturalWidth(const UIView& view) {
+    const auto* button = dynamic_cast<const UIButton*>(&view);
+    const CGFloat content = button ? button->contentSize().width + 2 * buttonPadding : 0;
+    return std::max(std::ceil(content), minimumTarget);
+}
+
+}  // namespace
+
+std::shared_ptr<UIButton> UIBarButtonItem::button() const {
+    return std::dynamic_pointer_cast<UIButton>(_view.lock());
+}
+
+void UIBarButtonItem::setTitle(std::string title) {
+    if (title == _title) return;
+    _title = std::move(title);
+    const auto shown = button();
+    if (!shown) return;
+    shown->setTitle(_title);
+    if (UIView* bar = shown->superview()) bar->setNeedsLayout();
+}
+
+void UIBarButtonItem::setImage(UIImageRef image) {
+    _image = std::move(image);
+    const auto shown = button();
+    if (!shown) return;
+    shown->setImage(_image);
+    if (UIView* bar = shown->superview()) bar->setNeedsLayout();
+}
+
+void UIBarButtonItem::setAccessibilityLabel(std::string label) {
+    _accessibilityLabel = std::move(label);
+    if (const auto shown = view()) shown->setAccessibilityLabel(_accessibilityLabel);
+}
+
+void UIBarButtonItem::sendAction() {
+    if (const auto shown = button()) shown->flash();
+    if (!_action) return;
+    const Action action = _action;
+    action(shared_from_this());
+}
+
+KeyValueTable UIBarButtonItem::makeKeyValueTable() {
+    return {
+        {"view", {"@", [this] { return std::any(view()); }, {}}},
+        {"title",
+         {"@", [this] { return std::any(title()); },
+          [this](const std::any& value) { setTitle(std::any_cast<std::string>(value)); }}},
+    };
+}
+
+/// Buttons of items that stay are kept, so that a finger on one of them is not lost.
+void UIToolbar::setItems(Items items) {
+    for (const auto& item : _items) {
+        const auto view = item->view();
+        const bool stays = std::find(items.begin(), items.end(), item) != items.end();
+        if (view && view->superview() == this && !stays) view->removeFromSuperview();
+    }
+    _items = std::move(items);
+    for (const auto& item : _items) {
+        if (item->isFlexibleSpace()) continue;
+        std::shared_ptr<UIView> view = item->view();
+        if (!view) item->setView(view = makeButton(item));
+        addSubview(view);
+    }
+    setNeedsLayout();
+}
+
+std::shared_ptr<UIButton> UIToolbar::makeButton(const std::shared_ptr<UIBarButtonItem>& item) const {
+    auto button = std::make_shared<UIButton>();
+    button->setTitle(item->title());
+    button->setImage(item->image());
+    button->setFont(titleFont);
+    button->setTintColor(_tintColor);
+    button->setAccessibilityLabel(item->accessibilityLabel());
+    button->setAction([weak = std::weak_ptr<UIBarButtonItem>(item)] {
+        if (const auto tapped = weak.lock()) tapped->sendAction();
+    });
+    return button;
+}
+
+void UIToolbar::setTintColor(UIColor color) {
+    _tintColor = color;
+    for (const auto& item : _items) {
+        if (const auto button = std::dynamic_pointer_cast<UIButton>(item->view()))
+            button->setTintColor(color);
+    }
+}
+
+void UIToolbar::layoutSubviews() {
+    CGFloat content = 0;
+    std::size_t spaces = 0;
+    std::size_t buttons = 0;
+    for (const auto& item : _items) {
+        if (item->isFlexibleSpace()) {
+            ++spaces;
+        } else if (const auto view = item->view()) {
+            content += naturalWidth(*view);
+            ++buttons;
+        }
+    }
+    const Spacing spacing = spacingFor(bounds().size.width, content, buttons, spaces);
+    CGFloat x = spacing.margin;
+    for (const auto& item : _items) {
+        if (item->isFlexibleSpace()) {
+            x += spacing.flexible;
+        } else if (const auto view = item->view()) {
+            const CGFloat right = x + naturalWidth(*view) * spacing.shrink;
+            // Whole points keep the icons' lines sharp; cutting both edges down keeps them apart and inside.
+            const CGFloat left = std::floor(x);
+            view->setFrame({{left, 0}, {std::floor(right) - left, bounds().size.height}});
+            x = right + spacing.gap;
+        }
+    }
+}
+
+/// A thin bright edge sets the bar off from dark pictures.
+void UIToolbar::drawRect(Canvas& canvas, CGRect bounds) {
+    const CGRect edge = CGRectInset(bounds, 0.5, 0.5);
+    if (CGRectIsEmpty(edge)) return;
+    canvas.strokePath(UIBezierPath::bezierPathWithRoundedRect(edge, std::max(cornerRadius() - 0.5, 0.0)), 1,
+                      hairline);
+}

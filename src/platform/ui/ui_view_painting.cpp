@@ -1,0 +1,53 @@
+// How views paint: back to front, nothing clipped, each at its presentation values.
+#include <typeinfo>
+
+#include "platform/ui/ui_view.h"
+
+bool UIView::drawsContent() const {
+    return typeid(*this) != typeid(UIView);
+}
+
+void UIView::paint(Canvas& canvas) {
+    const double alpha = presentationAlpha();
+    if (_hidden || alpha <= 0) return;
+    const CGRect frame = presentationFrame();
+    canvas.save();
+    canvas.translate(frame.origin.x, frame.origin.y);
+    // A layer costs a picture of its own: only what is seen through needs one, and only if there is
+    // something.
+    const bool layer = alpha < 1 && !CGRectIsNull(paintedFrame());
+    if (layer) canvas.beginTransparencyLayer(alpha);
+    paintContents(canvas, frame.size);
+    if (layer) canvas.endTransparencyLayer();
+    canvas.restore();
+}
+
+void UIView::paintContents(Canvas& canvas, CGSize size) {
+    const CGRect area{CGPointZero, size};
+    if (!drawsThroughGL() && !CGRectIsEmpty(area)) {
+        if (_backgroundColor.alpha > 0) {
+            if (_cornerRadius > 0) {
+                canvas.fillPath(UIBezierPath::bezierPathWithRoundedRect(area, _cornerRadius),
+                                FillRule::nonZero, _backgroundColor);
+            } else {
+                canvas.fillRect(area, _backgroundColor);
+            }
+        }
+        drawRect(canvas, area);
+    }
+    for (const auto& view : _subviews)
+        view->paint(canvas);
+}
+
+CGRect UIView::paintedFrame() const {
+    if (_hidden || presentationAlpha() <= 0) return CGRectNull;
+    const CGRect frame = presentationFrame();
+    const bool paints = !drawsThroughGL() && (_backgroundColor.alpha > 0 || drawsContent());
+    CGRect painted = paints && !CGRectIsEmpty(frame) ? frame : CGRectNull;
+    for (const auto& view : _subviews) {
+        const CGRect below = view->paintedFrame();
+        if (CGRectIsNull(below)) continue;
+        painted = CGRectUnion(painted, CGRectOffset(below, frame.origin.x, frame.origin.y));
+    }
+    return painted;
+}
