@@ -1,0 +1,14 @@
+// Where the resource files lie on a machine with a file system, and how NSBundle reads them.
+// They travel beside the executable, or in the folder that the program was installed with.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/foundation/ns_bundle.h"
+
+/// The folder `resources` beside the executable, else the installed one; nothing where neither exists.
+std::optional<std::string> findResourceFolder();
+
+/// Reads files of one folder by their plain names; names that lead out of it answer nothing.
+NSBundle::Reader makeFileResourceReader(std::string folder);
