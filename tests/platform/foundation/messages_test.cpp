@@ -1,0 +1,183 @@
+// Notifications, queues, the log and key-value access, above all when their blocks call back into them.
+// All of them run the app's own code in the middle of their own.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/foundation/cf_time.h"
+#include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/key_value.h"
+#include "platform/foundation/ns_notification_center.h"
+#include "tests/support/log_capture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+
+TEST(NSNotificationCenter, CallsInOrderOfRegistrationByNameAndSender) {
+    NSNotificationCenter center;
+    std::vector<std::string> calls;
+    const auto observer = std::make_shared<int>();
+    const int sender = 0;
+    const int other = 0;
+    const auto note = [&calls](const char* name) { return [&calls, name] { calls.emplace_back(name); }; };
+    center.addObserver(observer, "a", nullptr, note("any"));
+    center.addObserver(observer, "a", &sender, note("mine"));
+    center.addObserver(observer, "b", nullptr, note("b"));
+    center.addObserver(observer, "a", nullptr, nullptr);
+    center.postNotificationName("a", &sender);
+    center.postNotificationName("a", &other);
+    center.postNotificationName("a");
+    EXPECT_THAT(calls, ElementsAre("any", "mine", "any", "any"));
+}
+
+TEST(NSNotificationCenter, BlocksMayChangeTheCenterWhileItDelivers) {
+    NSNotificationCenter center;
+    std::vector<std::string> calls;
+    auto first = std::make_shared<int>();
+    auto second = std::make_shared<int>();
+    auto late = std::make_shared<int>();
+    center.addObserver(first, "a", nullptr, [&] {
+        calls.emplace_back("first");
+        center.removeObserver(second.get());
+        center.addObserver(late, "a", nullptr, [&] { calls.emplace_back("late"); });
+        center.removeObserver(first.get());
+        first.reset();
+        center.postNotificationName("b");
+        calls.emplace_back("first done");
+    });
+    center.addObserver(second, "a", nullptr, [&] { calls.emplace_back("second"); });
+    center.addObserver(late, "b", nullptr, [&] { calls.emplace_back("nested"); });
+    center.postNotificationName("a");
+    EXPECT_THAT(calls, ElementsAre("first", "nested", "first done"));
+    calls.clear();
+    center.postNotificationName("a");
+    EXPECT_THAT(calls, ElementsAre("late"));
+}
+
+TEST(NSNotificationCenter, ForgetsTheDead) {
+    NSNotificationCenter center;
+    int calls = 0;
+    auto observer = std::make_shared<int>();
+    auto killed = std::make_shared<int>();
+    const auto captured = std::make_shared<int>();
+    center.addObserver(observer, "a", nullptr, [&] { killed.reset(); });
+    center.addObserver(killed, "a", nullptr, [&calls, captured] { ++calls; });
+    center.postNotificationName("a");
+    EXPECT_EQ(calls, 0);
+    EXPECT_EQ(captured.use_count(), 1) << "the dead observer's block is kept";
+}
+
+TEST(DispatchQueue, DrainRunsWhatWasQueuedBefore) {
+    DispatchQueue queue;
+    std::vector<int> calls;
+    std::size_t nested = 99;
+    queue.async([&] {
+        calls.push_back(1);
+        queue.async([&] { calls.push_back(3); });
+    });
+    queue.async([&] { calls.push_back(2); });
+    queue.async(nullptr);
+    EXPECT_EQ(queue.drain(), 2U);
+    EXPECT_THAT(calls, ElementsAre(1, 2));
+    queue.async([&] { nested = queue.drain(); });
+    EXPECT_EQ(queue.drain(), 2U);
+    EXPECT_EQ(nested, 0U);
+    EXPECT_EQ(queue.drain(), 0U);
+    EXPECT_THAT(calls, ElementsAre(1, 2, 3));
+}
+
+TEST(DispatchQueue, GivesBlocksToItsExecutor) {
+    DispatchQueue queue;
+    std::vector<std::function<void()>> handed;
+    int calls = 0;
+    queue.setExecutor([&](std::function<void()> block) { handed.push_back(std::move(block)); });
+    queue.async([&] { ++calls; });
+    EXPECT_EQ(queue.drain(), 0U);
+    ASSERT_EQ(handed.size(), 1U);
+    handed[0]();
+    EXPECT_EQ(calls, 1);
+    queue.setExecutor(nullptr);
+    queue.async([&] { ++calls; });
+    EXPECT_EQ(queue.drain(), 1U);
+    EXPECT_EQ(calls, 2);
+}
+
+TEST(DispatchQueue, TakesBlocksFromAnyThread) {
+    DispatchQueue queue;
+    int calls = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            for (int n = 0; n < 1000; ++n)
+                queue.async([&calls] { ++calls; });
+        });
+    }
+    while (calls < 4000)
+        queue.drain();
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(calls, 4000);
+}
+
+TEST(NSLog, HandsOverWholeLines) {
+    LogCapture log;
+    const std::string longText(5000, 'x');
+    NSLog("%s %d", "fractal", 3);
+    NSLog("%s", longText.c_str());
+    NSLog("100%%");
+    EXPECT_THAT(log.lines, ElementsAre("fractal 3", longText, "100%"));
+}
+
+TEST(NSLog, TheSinkMayLog) {
+    std::vector<std::string> lines;
+    const auto former = NSLogSetSink([&](std::string_view line) {
+        lines.emplace_back(line);
+        if (lines.size() == 1) NSLog("second");
+    });
+    NSLog("first");
+    NSLogSetSink(former);
+    EXPECT_THAT(lines, ElementsAre("first", "second"));
+}
+
+class Tweened : public KeyValueCoding {
+  public:
+    double alpha = 0.5;
+    int tables = 0;
+
+  protected:
+    KeyValueTable makeKeyValueTable() override {
+        ++tables;
+        return {{"alpha",
+                 {"d", [this] { return std::any(alpha); },
+                  [this](const std::any& value) { alpha = std::any_cast<double>(value); }}},
+                {"name", {"@", [] { return std::any(std::string("t")); }, nullptr}}};
+    }
+};
+
+TEST(KeyValueCoding, ReadsAndWritesByName) {
+    Tweened object;
+    EXPECT_EQ(object.tables, 0);
+    EXPECT_TRUE(object.setValueForKey(0.25, "alpha"));
+    EXPECT_EQ(std::any_cast<double>(object.valueForKey("alpha")), 0.25);
+    EXPECT_FALSE(object.setValueForKey(std::string("text"), "alpha"));
+    EXPECT_FALSE(object.setValueForKey(1.0, "name"));
+    EXPECT_FALSE(object.setValueForKey(1.0, "absent"));
+    EXPECT_FALSE(object.valueForKey("absent").has_value());
+    EXPECT_EQ(object.alpha, 0.25);
+    EXPECT_EQ(object.tables, 1);
+}
+
+TEST(CFAbsoluteTime, FollowsTheClockInItsPlace) {
+    CFAbsoluteTimeSetClock([] { return 12.5; });
+    EXPECT_EQ(CFAbsoluteTimeGetCurrent(), 12.5);
+    CFAbsoluteTimeSetClock(nullptr);
+    const CFAbsoluteTime before = CFAbsoluteTimeGetCurrent();
+    EXPECT_GT(before, 7e8);
+    EXPECT_GE(CFAbsoluteTimeGetCurrent(), before);
+}
+
+}  // namespace
