@@ -1,0 +1,41 @@
+# The checks of ./test that look at the sources instead of running them: form, scripts, and clang-tidy's faults.
+# Each answers with its exit status and prints only what it found.
+# shellcheck shell=bash
+
+sources() {
+    (cd "$root" && find src tests bench -type f \( -name '*.cpp' -o -name '*.h' \) "$@" | sort)
+}
+
+check_format() { (cd "$root" && sources | xargs -d '\n' clang-format --dry-run --Werror) >&2; }
+
+check_scripts() { (cd "$root" && shellcheck -x run test .ci/run) >&2; }
+
+# tidy_one SOURCE: leaves a stamp when it found nothing. The compiler's warnings are the build's, hence -w.
+tidy_one() {
+    local stamp="build/tidy/${1//\//+}" output
+    touch "$stamp.begun"
+    if ! output=$(clang-tidy --quiet -p build/release --extra-arg=-w "$1" 2>&1); then
+        grep -vE '^[0-9]+ warnings? (treated as errors|generated)' <<<"$output" >&2
+        return 1
+    fi
+    mv "$stamp.begun" "$stamp"
+}
+export -f tidy_one
+
+# Sources whose stamp is older than they are, than any header, or than the choice of checks: the rest are as clean
+# as they were. A fresh tree has no stamps.
+stale_for_tidy() {
+    local file stamp newest
+    newest=$(sources -name '*.h' -printf '%T@ %p\n' | sort -n | tail -n 1)
+    newest=$root/${newest#* }
+    sources -name '*.cpp' | while IFS= read -r file; do
+        stamp="$root/build/tidy/${file//\//+}"
+        [[ $stamp -nt $root/$file && $stamp -nt $newest && $stamp -nt $root/.clang-tidy ]] ||
+            printf '%s\n' "$file"
+    done
+}
+
+check_tidy() {
+    mkdir -p "$root/build/tidy"
+    (cd "$root" && stale_for_tidy | xargs -r -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_one "$1"' tidy)
+}
