@@ -51,7 +51,9 @@ std::optional<Number> wholeNumber(std::string_view text) {
 }
 
 std::string quoted(std::string_view text) {
-    return "'" + std::string(text) + "'";
+    std::string result(1, '\'');
+    result.append(text).push_back('\'');
+    return result;
 }
 
 std::string readSize(Reading& reading, std::string_view value) {
@@ -109,14 +111,10 @@ bool endsWithIgnoringCase(std::string_view text, std::string_view ending) {
 
 std::string readSnapshot(Reading& reading, std::string_view value) {
     reading.snapshot.file = value;
-    if (endsWithIgnoringCase(value, ".png")) {
-        reading.snapshot.kind = PictureKind::png;
-    } else if (endsWithIgnoringCase(value, ".jpg") || endsWithIgnoringCase(value, ".jpeg")) {
-        reading.snapshot.kind = PictureKind::jpeg;
-    } else {
-        return "--snapshot " + quoted(value) + " has no known ending; name a .png, .jpg or .jpeg file";
+    for (const auto ending : {".png", ".jpg", ".jpeg"}) {
+        if (endsWithIgnoringCase(value, ending)) return {};
     }
-    return {};
+    return "--snapshot " + quoted(value) + " has no known ending; name a .png, .jpg or .jpeg file";
 }
 
 std::string readScreen(Reading& reading, std::string_view) {
@@ -217,8 +215,8 @@ std::string helpText() {
     for (const auto& option : kOptions) {
         if (option.snapshotOnly && !snapshotOnly) text += "with --snapshot:\n";
         snapshotOnly = option.snapshotOnly;
-        std::string left = "  " + std::string(option.name);
-        if (!option.value.empty()) left += " " + std::string(option.value);
+        std::string left(2, ' ');
+        left.append(option.name).append(1, ' ').append(option.value);
         left.resize(std::max<std::size_t>(left.size() + 2, 28), ' ');
         text += left + std::string(option.help) + "\n";
     }

@@ -11,8 +11,6 @@
 
 #include "platform/foundation/geometry.h"
 
-enum class PictureKind { png, jpeg };
-
 /// The corners of a view as the app takes them: finite, x1 < x2, y1 < y2, less than 10 wide and tall.
 struct ViewCorners {
     float x1 = 0;
@@ -24,8 +22,7 @@ struct ViewCorners {
 
 /// A picture to draw without a display. What is absent is as in the settings, or the app's own start.
 struct SnapshotOptions {
-    std::string file;
-    PictureKind kind = PictureKind::png;
+    std::string file;     ///< ends in .png, .jpg or .jpeg
     bool screen = false;  ///< the whole screen with the toolbar instead of the fractal alone
     std::optional<int32_t> fractalType;
     std::optional<int32_t> palette;

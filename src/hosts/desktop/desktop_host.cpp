@@ -5,7 +5,6 @@
 #include <SDL.h>
 #include <chrono>
 #include <cstdlib>
-#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -31,27 +30,20 @@ class SdlVideo {
         SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
         // Desktops that compose windows go on composing the others.
         SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
-        if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
-            _error = SDL_GetError();
-        } else if (!isDisplay(SDL_GetCurrentVideoDriver())) {
-            _error = "no X11 or Wayland display, nor a console of its own";
-        }
+        // Without this list SDL ends up with drivers that show nothing; SDL_VIDEODRIVER still overrules it.
+        // Wayland needs a runtime folder, and complains on stderr where there is none.
+        SDL_SetHint(SDL_HINT_VIDEODRIVER,
+                    std::getenv("XDG_RUNTIME_DIR") != nullptr ? "x11,wayland,KMSDRM" : "x11,KMSDRM");
+        _works = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     }
     ~SdlVideo() { SDL_Quit(); }
     SdlVideo(const SdlVideo&) = delete;
     SdlVideo& operator=(const SdlVideo&) = delete;
 
-    /// Why nothing can be shown; empty if all is well.
-    const std::string& error() const { return _error; }
+    bool works() const { return _works; }
 
   private:
-    /// SDL ends up with drivers that show nothing where there is no display; only the user may ask for those.
-    static bool isDisplay(std::string_view driver) {
-        if (std::getenv("SDL_VIDEODRIVER") != nullptr) return true;
-        return driver != "offscreen" && driver != "dummy" && driver != "evdev";
-    }
-
-    std::string _error;
+    bool _works = false;
 };
 
 /// Seconds since its making; SDL's own times are brought onto it.
@@ -159,7 +151,7 @@ DesktopResult runInWindow(DesktopWindow& window, const DesktopOptions& options,
 
 DesktopResult runDesktop(const DesktopOptions& options, const MakeDelegate& makeDelegate) {
     const SdlVideo video;
-    if (!video.error().empty()) return {DesktopEnd::noDisplay, "no display: " + video.error()};
+    if (!video.works()) return {DesktopEnd::noDisplay, "no display: neither X11 nor Wayland answers"};
     surviveX11Errors();
     DesktopWindow window({options.size, options.scale, options.fullscreen});
     return runInWindow(window, options, makeDelegate);

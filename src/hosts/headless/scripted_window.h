@@ -1,0 +1,20 @@
+// What the headless host's app may ask of its window: nothing happens, and everything is remembered.
+#pragma once
+
+#include "platform/host/window_control.h"
+
+class ScriptedWindow : public WindowControl {
+  public:
+    bool isFullscreen() const override { return _fullscreen; }
+    void setFullscreen(bool fullscreen) override { _fullscreen = fullscreen; }
+    void setIdleTimerDisabled(bool disabled) override { _idleTimerDisabled = disabled; }
+    void requestQuit() override { _quitRequested = true; }
+
+    bool isIdleTimerDisabled() const { return _idleTimerDisabled; }
+    bool quitRequested() const { return _quitRequested; }
+
+  private:
+    bool _fullscreen = false;
+    bool _idleTimerDisabled = false;
+    bool _quitRequested = false;
+};

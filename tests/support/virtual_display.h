@@ -1,0 +1,27 @@
+// An X server without a screen, on a display number that is free: each test and benchmark has its own.
+#pragma once
+
+#include <string>
+
+#include "tests/support/child_process.h"
+
+class VirtualDisplay {
+  public:
+    /// 24 bits of colour, large enough for any window that is tested.
+    VirtualDisplay()
+        : _server(
+              {"Xvfb", "-displayfd", "1", "-screen", "0", "1600x1000x24", "-nolisten", "tcp", "-noreset"}) {
+        if (_server.waitForText("\n", 20)) {
+            _name = ":" + _server.out().substr(0, _server.out().find('\n'));
+        }
+    }
+
+    /// NO where Xvfb is not installed.
+    bool isAvailable() const { return !_name.empty(); }
+    /// For the environment variable DISPLAY.
+    const std::string& name() const { return _name; }
+
+  private:
+    ChildProcess _server;
+    std::string _name;
+};
