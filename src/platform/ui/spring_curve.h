@@ -17,6 +17,8 @@ class SpringCurve {
     SpringCurve(double dampingRatio, double initialVelocity, double duration);
     /// 0 at 0 and before; 1 from 1 on.
     double valueAt(double normalisedTime) const;
+    /// w, in radians per duration.
+    double frequency() const { return _frequency; }
 
   private:
     double remainingAt(double time) const;

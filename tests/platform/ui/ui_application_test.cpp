@@ -1,0 +1,344 @@
+// The order of a frame and of the app's life, its clock, resizing and screens that come and go.
+#include "platform/ui/ui_application.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/foundation/dispatch_queue.h"
+#include "platform/foundation/ns_notification_center.h"
+#include "platform/ui/ui_screen.h"
+#include "platform/ui/ui_view_controller.h"
+#include "platform/ui/view_animator.h"
+#include "tests/support/log_capture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Story = std::vector<std::string>;
+
+class Screen : public UIViewController {
+  public:
+    Screen(std::string name, Story& story) : _name(std::move(name)), _story(story) {}
+    void viewDidLoad() override { tell("loads"); }
+    void viewWillAppear(bool) override { tell("will appear"); }
+    void viewDidAppear(bool) override { tell("did appear"); }
+    void viewWillDisappear(bool) override { tell("will disappear"); }
+    void viewDidDisappear(bool) override { tell("did disappear"); }
+    void viewDidLayoutSubviews() override { laidOut = view()->frame(); }
+    void didReceiveMemoryWarning() override { tell("memory warning"); }
+    bool keyPressed(const HostKeyPress& press) override {
+        tell("key " + press.text);
+        return true;
+    }
+    CGRect laidOut;
+
+  private:
+    void tell(const std::string& what) { _story.push_back(_name + " " + what); }
+    std::string _name;
+    Story& _story;
+};
+
+class Delegate : public UIApplicationDelegate {
+  public:
+    explicit Delegate(Story& told) : story(told) {}
+    bool applicationDidFinishLaunching() override {
+        story.push_back("launched");
+        return !refuses;
+    }
+    void applicationWillResignActive() override { story.push_back("will resign"); }
+    void applicationDidEnterBackground() override { story.push_back("background"); }
+    void applicationWillEnterForeground() override { story.push_back("foreground"); }
+    void applicationDidBecomeActive() override { story.push_back("active"); }
+    void applicationWillTerminate() override { story.push_back("will terminate"); }
+    std::shared_ptr<UIWindow> window() const override { return shownWindow; }
+
+    Story& story;
+    bool refuses = false;
+    std::shared_ptr<UIWindow> shownWindow = std::make_shared<UIWindow>();
+};
+
+class Presenter : public FramePresenter {
+  public:
+    explicit Presenter(Story& told) : story(told) {}
+    void presentFrame(UIWindow&, double, bool overlayChanged) override {
+        story.push_back(overlayChanged ? "presents a new overlay" : "presents");
+    }
+    void contextLost(UIWindow&) override { story.push_back("context lost"); }
+    Story& story;
+};
+
+class Window : public WindowControl {
+  public:
+    bool isFullscreen() const override { return false; }
+    void setFullscreen(bool) override {}
+    void setIdleTimerDisabled(bool disabled) override { idleCalls.push_back(disabled); }
+    void requestQuit() override { ++quits; }
+    std::vector<bool> idleCalls;
+    int quits = 0;
+};
+
+class UIApplicationTest : public testing::Test {
+  protected:
+    UIApplicationTest() { delegate->shownWindow->setRootViewController(root); }
+    ~UIApplicationTest() override {
+        ViewAnimator::shared().reset();
+        UIScreen::mainScreen().setSizeAndScale({1280, 720}, 1);
+    }
+    void launch() {
+        ASSERT_TRUE(app.launch());
+        story.clear();
+    }
+    void listen(const std::string& name) {
+        NSNotificationCenter::defaultCenter().addObserver(
+            listener, name, nullptr, [this, name] { story.push_back("posted " + name); });
+    }
+
+    Story story;
+    LogCapture log;
+    Window window;
+    std::shared_ptr<int> listener = std::make_shared<int>();
+    std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>(story);
+    std::shared_ptr<Screen> root = std::make_shared<Screen>("root", story);
+    UIApplication app{delegate, &window, std::make_unique<Presenter>(story)};
+};
+
+TEST_F(UIApplicationTest, LaunchBringsTheRootScreenUpOnce) {
+    EXPECT_EQ(UIApplication::sharedApplication(), &app);
+    EXPECT_TRUE(app.launch());
+    EXPECT_THAT(story,
+                ElementsAre("launched", "root loads", "root will appear", "root did appear", "active"));
+    EXPECT_EQ(root->laidOut, CGRectMake(0, 0, 1280, 720));
+    EXPECT_TRUE(app.launch());
+    EXPECT_EQ(story.size(), 5u);
+}
+
+TEST_F(UIApplicationTest, RefusedLaunchDrawsNothing) {
+    delegate->refuses = true;
+    EXPECT_FALSE(app.launch());
+    app.frame(1);
+    app.handle(HostResize{{100, 100}, 1});
+    EXPECT_THAT(story, ElementsAre("launched"));
+}
+
+TEST_F(UIApplicationTest, FrameHasItsOrder) {
+    launch();
+    app.frame(0);
+    story.clear();
+    const auto says = [this](const std::string& what) { return [this, what] { story.push_back(what); }; };
+    DispatchQueue::backgroundQueue().async(says("background queue"));
+    DispatchQueue::mainQueue().async(says("main queue"));
+    app.addFrameCallback(UIApplication::updateStage, [this](double) { story.push_back("update"); });
+    app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("link 1"); });
+    app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("link 2"); });
+    UIView::animateWithDuration(
+        0, 0, 0, [this] { root->view()->setAlpha(0.5); }, [this](bool) { story.push_back("animation"); });
+    app.frame(0.1);
+    EXPECT_THAT(story, ElementsAre("main queue", "link 1", "link 2", "animation", "update",
+                                   "presents a new overlay", "background queue"));
+    story.clear();
+    app.frame(0.2);
+    EXPECT_THAT(story, ElementsAre("link 1", "link 2", "update", "presents"));
+}
+
+TEST_F(UIApplicationTest, CallbacksMayComeAndGoDuringAFrame) {
+    launch();
+    int self = 0;
+    int other = 0;
+    self = app.addFrameCallback(UIApplication::displayLinkStage, [&](double) {
+        story.push_back("once");
+        app.removeFrameCallback(self);
+        app.removeFrameCallback(other);
+        app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("new"); });
+    });
+    other =
+        app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("other"); });
+    app.frame(0);
+    EXPECT_THAT(story, ElementsAre("once", testing::StartsWith("presents")));
+    story.clear();
+    app.frame(1);
+    EXPECT_THAT(story, ElementsAre("new", "presents"));
+}
+
+TEST_F(UIApplicationTest, ClockCountsWhatWasShown) {
+    launch();
+    app.frame(100);
+    EXPECT_EQ(app.time(), 0);
+    app.frame(101.5);
+    EXPECT_EQ(app.time(), 1.5);
+    app.frame(90);
+    EXPECT_EQ(app.time(), 1.5) << "a step back stands still";
+    app.frame(91);
+    EXPECT_EQ(app.time(), 2.5);
+    app.handle(HostVisibility{false});
+    story.clear();
+    app.frame(5000);
+    EXPECT_THAT(story, IsEmpty()) << "hidden";
+    app.handle(HostVisibility{true});
+    app.frame(9000);
+    EXPECT_EQ(app.time(), 2.5);
+    app.frame(9000.25);
+    EXPECT_EQ(app.time(), 2.75);
+}
+
+TEST_F(UIApplicationTest, LifeIsToldInThePlatformsOrder) {
+    launch();
+    listen(UIApplicationWillResignActiveNotification);
+    listen(UIApplicationDidEnterBackgroundNotification);
+    listen(UIApplicationWillEnterForegroundNotification);
+    listen(UIApplicationDidBecomeActiveNotification);
+    listen(UIApplicationWillTerminateNotification);
+    listen(UIApplicationDidReceiveMemoryWarningNotification);
+    const std::string posted = "posted UIApplication";
+    const Story leaves = {"will resign", posted + "WillResignActiveNotification"};
+    const Story returns = {"active", posted + "DidBecomeActiveNotification"};
+    struct Step {
+        const char* name;
+        HostEvent event;
+        Story expected;
+    };
+    Story hides = leaves;
+    hides.insert(hides.end(), {"background", posted + "DidEnterBackgroundNotification"});
+    Story shows = {"foreground", posted + "WillEnterForegroundNotification"};
+    shows.insert(shows.end(), returns.begin(), returns.end());
+    Story ends = leaves;
+    ends.insert(ends.end(), {"will terminate", posted + "WillTerminateNotification"});
+    const Step steps[] = {
+        {"active already", HostLifecycle::didBecomeActive, {}},
+        {"loses the focus", HostLifecycle::willResignActive, leaves},
+        {"loses it again", HostLifecycle::willResignActive, {}},
+        {"gets it back", HostLifecycle::didBecomeActive, returns},
+        {"hidden", HostVisibility{false}, hides},
+        {"hidden again", HostVisibility{false}, {}},
+        {"focused while hidden", HostLifecycle::didBecomeActive, {}},
+        {"shown", HostVisibility{true}, shows},
+        {"short of memory",
+         HostLifecycle::memoryWarning,
+         {posted + "DidReceiveMemoryWarningNotification", "root memory warning"}},
+        {"closed", HostClose{}, ends},
+        {"closed twice", HostClose{}, {}},
+    };
+    for (const Step& step : steps) {
+        story.clear();
+        app.handle(step.event);
+        EXPECT_EQ(story, step.expected) << step.name;
+    }
+    EXPECT_EQ(window.quits, 2);
+}
+
+TEST_F(UIApplicationTest, ResizeReachesScreenWindowAndViews) {
+    const auto bar = std::make_shared<UIView>(CGRectMake(0, 680, 1280, 40));
+    bar->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleTopMargin);
+    launch();
+    root->view()->addSubview(bar);
+    app.frame(0);
+    app.handle(HostResize{{844, 390}, 3});
+    EXPECT_EQ(UIScreen::mainScreen().bounds(), CGRectMake(0, 0, 844, 390));
+    EXPECT_EQ(UIScreen::mainScreen().scale(), 3);
+    EXPECT_EQ(root->laidOut, CGRectMake(0, 0, 844, 390));
+    EXPECT_EQ(bar->frame(), CGRectMake(0, 350, 844, 40));
+    story.clear();
+    app.handle(HostResize{{844, 390}, 2});
+    app.frame(1);
+    EXPECT_THAT(story, ElementsAre("presents a new overlay")) << "another scale, same size";
+
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const HostResize& bad :
+         {HostResize{{0, 390}, 1}, HostResize{{844, -1}, 1}, HostResize{{844, 390}, 0},
+          HostResize{{nan, 390}, 1}, HostResize{{844, 390}, INFINITY}}) {
+        log.lines.clear();
+        app.handle(bad);
+        EXPECT_EQ(log.lines.size(), 1u);
+        EXPECT_EQ(root->view()->frame(), CGRectMake(0, 0, 844, 390));
+    }
+}
+
+TEST_F(UIApplicationTest, KeysGoToTheScreenInFront) {
+    launch();
+    HostKeyPress press;
+    press.text = "c";
+    app.handle(press);
+    EXPECT_THAT(story, ElementsAre("root key c"));
+    const auto about = std::make_shared<Screen>("about", story);
+    root->presentViewController(about, false);
+    story.clear();
+    app.handle(press);
+    EXPECT_THAT(story, ElementsAre("about key c"));
+}
+
+TEST_F(UIApplicationTest, PresentedScreenComesAndGoes) {
+    launch();
+    const auto about = std::make_shared<Screen>("about", story);
+    root->presentViewController(about, true);
+    EXPECT_THAT(story, ElementsAre("about loads", "root will disappear", "about will appear"));
+    EXPECT_EQ(about->view()->frame(), CGRectMake(0, 0, 1280, 720));
+    app.handle(HostResize{{844, 390}, 1});
+    EXPECT_EQ(about->view()->frame(), CGRectMake(0, 0, 844, 390));
+    app.frame(0);
+    app.frame(1);
+    EXPECT_EQ(about->view()->presentationAlpha(), 1);
+    story.clear();
+    root->dismissViewController(true);
+    EXPECT_THAT(story, ElementsAre("about will disappear", "root will appear"));
+    story.clear();
+    root->presentViewController(about, true);
+    app.frame(1.1);
+    app.frame(2);
+    EXPECT_NE(about->view()->window(), nullptr) << "presented again while it faded away";
+    EXPECT_EQ(about->view()->presentationAlpha(), 1);
+    root->dismissViewController(false);
+    EXPECT_EQ(about->view()->window(), nullptr);
+    EXPECT_EQ(root->presentedViewController(), nullptr);
+}
+
+TEST_F(UIApplicationTest, HidingCancelsTouches) {
+    launch();
+    class Touched : public UIView {
+      public:
+        using UIView::UIView;
+        void touchesCancelled(const UITouches&, const UIEvent&) override { ++cancelled; }
+        int cancelled = 0;
+    };
+    const auto view = std::make_shared<Touched>(CGRectMake(0, 0, 50, 50));
+    root->view()->addSubview(view);
+    app.handle(HostTouch{UITouchPhase::began, 1, {10, 10}, 0});
+    app.handle(HostVisibility{false});
+    EXPECT_EQ(view->cancelled, 1);
+    app.handle(HostVisibility{true});
+    app.handle(HostTouch{UITouchPhase::ended, 1, {10, 10}, 1});
+    EXPECT_THAT(log.lines, IsEmpty());
+    app.handle(HostTouch{UITouchPhase::began, 1, {10, 10}, 2});
+    app.handle(HostLifecycle::willResignActive);
+    EXPECT_EQ(view->cancelled, 2);
+}
+
+TEST_F(UIApplicationTest, LostContextRepaintsTheOverlay) {
+    launch();
+    app.frame(0);
+    app.frame(1);
+    story.clear();
+    app.handle(HostContextLost{});
+    app.frame(2);
+    EXPECT_THAT(story, ElementsAre("context lost", "presents a new overlay"));
+}
+
+TEST_F(UIApplicationTest, IdleTimerIsAskedForOncePerChange) {
+    launch();
+    app.setIdleTimerDisabled(true);
+    app.setIdleTimerDisabled(true);
+    app.setIdleTimerDisabled(false);
+    EXPECT_THAT(window.idleCalls, ElementsAre(true, false));
+}
+
+TEST_F(UIApplicationTest, NewRootReplacesTheOldOne) {
+    launch();
+    const auto other = std::make_shared<Screen>("other", story);
+    const auto former = root->view();
+    delegate->shownWindow->setRootViewController(other);
+    EXPECT_THAT(story, ElementsAre("root will disappear", "root did disappear", "other loads",
+                                   "other will appear", "other did appear"));
+    EXPECT_EQ(former->superview(), nullptr);
+    EXPECT_EQ(other->laidOut, CGRectMake(0, 0, 1280, 720));
+}
+
+}  // namespace

@@ -1,0 +1,154 @@
+// Storyboards: the app's own one, and everything that can be wrong in one.
+#include "platform/ui/ui_storyboard.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/ui/ui_control.h"
+#include "tests/platform/ui/main_storyboard.h"
+#include "tests/support/log_capture.h"
+#include "tests/support/recording_canvas.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class UIStoryboardTest : public testing::Test {
+  protected:
+    ~UIStoryboardTest() override { NSBundle::mainBundle().setReader({}); }
+
+    std::shared_ptr<OutletKeeper> load(const std::string& text) {
+        NSBundle::mainBundle().setReader([text](const std::string& file) -> std::optional<std::string> {
+            if (file != "Test.storyboard.json") return std::nullopt;
+            return text;
+        });
+        UIStoryboard storyboard("Test");
+        storyboard.registerController("Screen", [] { return std::make_shared<OutletKeeper>(); });
+        storyboard.registerView("Broken", [] { return nullptr; });
+        return std::dynamic_pointer_cast<OutletKeeper>(
+            storyboard.instantiateInitialViewController(CGSizeMake(200, 100)));
+    }
+    static std::string scene(const std::string& view) {
+        return R"({"initialController": {"class": "Screen", "view": )" + view + "}}";
+    }
+    static std::string rootWith(const std::string& more) {
+        return scene(R"({"class": "UIView", "frame": [0, 0, 100, 50], )" + more + "}");
+    }
+    static std::string item(const std::string& text) {
+        return scene(R"({"class": "UIToolbar", "frame": [0, 0, 100, 50], "items": [)" + text + "]}");
+    }
+
+    LogCapture log;
+};
+
+TEST_F(UIStoryboardTest, AppsOwnHasEveryOutletAndAction) {
+    const CanvasProviderGuard provider;
+    const MainStoryboard scene(CGSizeMake(844, 390));
+    ASSERT_NE(scene.controller, nullptr);
+    EXPECT_THAT(log.lines, IsEmpty());
+    const char* const outlets[] = {
+        "xButton", "shareButton", "fractalButton", "colorButton", "colorCyclingButton", "toggleRecordButton",
+        "",        "infoButton"};
+    std::vector<std::shared_ptr<UIBarButtonItem>> buttons;
+    for (const auto& each : scene.bar->items()) {
+        if (!each->isFlexibleSpace()) buttons.push_back(each);
+    }
+    ASSERT_EQ(buttons.size(), std::size(outlets));
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        EXPECT_FALSE(buttons[i]->accessibilityLabel().empty());
+        EXPECT_EQ(buttons[i]->view()->accessibilityLabel(), buttons[i]->accessibilityLabel());
+        EXPECT_TRUE(buttons[i]->image() || !buttons[i]->title().empty());
+        buttons[i]->sendAction();
+        if (*outlets[i] == 0) continue;
+        const auto& outlet = scene.controller->connected[outlets[i]];
+        EXPECT_EQ(std::any_cast<std::shared_ptr<UIBarButtonItem>>(outlet), buttons[i]) << outlets[i];
+    }
+    EXPECT_THAT(scene.controller->actions,
+                ElementsAre("resetScreen:", "shareScreen:", "toggleFractal:", "toggleColoring:",
+                            "toggleColorCycling:", "toggleRecording:", "togglePilot:", "showAbout:"));
+    EXPECT_EQ(buttons[4]->title(), "0");
+    EXPECT_EQ(buttons[5]->title(), "\u25CE");
+    EXPECT_GT(scene.bar->alpha(), 0.5);
+    EXPECT_EQ(scene.controller->view()->accessibilityLabel(), "Fractal");
+}
+
+TEST_F(UIStoryboardTest, ViewsFollowTheRealSize) {
+    const auto screen = load(rootWith(
+        R"("subviews": [{"class": "UIView", "frame": [10, 20, 80, 20], "autoresizing": ["width", "top"],
+           "alpha": 0.5, "hidden": true, "backgroundColor": "#FF000080", "cornerRadius": 3,
+           "accessibilityLabel": "Panel", "outlet": "panel"}])"));
+    ASSERT_NE(screen, nullptr);
+    EXPECT_EQ(screen->view()->frame(), CGRectMake(0, 0, 200, 100));
+    const auto panel = std::any_cast<std::shared_ptr<UIView>>(screen->connected["panel"]);
+    EXPECT_EQ(panel->frame(), CGRectMake(10, 70, 180, 20));
+    EXPECT_EQ(panel->alpha(), 0.5);
+    EXPECT_TRUE(panel->isHidden());
+    EXPECT_EQ(panel->backgroundColor(), (UIColor{1, 0, 0, 128 / 255.0}));
+    EXPECT_EQ(panel->cornerRadius(), 3);
+    EXPECT_EQ(panel->accessibilityLabel(), "Panel");
+}
+
+TEST_F(UIStoryboardTest, UnknownOutletsAndActionsAreLoggedAndSkipped) {
+    const auto screen = load(item(R"({"outlet": "noSuchOutlet", "action": "noSuchAction:"})"));
+    ASSERT_NE(screen, nullptr);
+    EXPECT_THAT(log.lines, ElementsAre(HasSubstr("/items/0/outlet: the controller has no outlet")));
+    const auto bar = std::dynamic_pointer_cast<UIToolbar>(screen->view());
+    bar->items().front()->sendAction();
+    EXPECT_THAT(log.lines.back(), HasSubstr("no action \"noSuchAction:\""));
+}
+
+TEST_F(UIStoryboardTest, EveryFaultIsOneLineThatSaysWhere) {
+    std::string nested = R"({"class": "UIView", "frame": [0, 0, 1, 1]})";
+    for (int i = 0; i < 40; ++i) {
+        nested = R"({"class": "UIView", "frame": [0, 0, 1, 1], "subviews": [)" + nested + "]}";
+    }
+    const std::pair<std::string, const char*> faults[] = {
+        {"", "parse error"},
+        {"{", "parse error"},
+        {"[]", "/: not an object"},
+        {"{}", "/: \"initialController\" is missing"},
+        {R"({"initialController": 7})", "/initialController: not an object"},
+        {R"({"initialController": {"class": "Screen"}})", "\"view\" is missing"},
+        {R"({"initialController": {"class": "Other", "view": {}}})", "unknown class \"Other\""},
+        {scene("{}"), "/view: \"class\" is missing"},
+        {scene(R"({"class": "UIView"})"), "/view: \"frame\" is missing"},
+        {scene(R"({"class": "Nobody", "frame": [0, 0, 1, 1]})"), "/view/class: unknown class \"Nobody\""},
+        {scene(R"({"class": "Broken", "frame": [0, 0, 1, 1]})"), "unknown class \"Broken\""},
+        {scene(R"({"class": 1, "frame": [0, 0, 1, 1]})"), "/view/class: not a text"},
+        {scene(R"({"class": "UIView", "frame": [0, 0, 1]})"), "/frame: not four numbers"},
+        {scene(R"({"class": "UIView", "frame": [0, 0, 1, "w"]})"), "/frame/3: not a number"},
+        {scene(R"({"class": "UIView", "frame": [0, 0, 1, 1e999]})"), "number overflow"},
+        {rootWith(R"("colour": "#000000")"), "/view: unknown key \"colour\""},
+        {rootWith(R"("backgroundColor": "#12345")"), "/backgroundColor: not a colour"},
+        {rootWith(R"("backgroundColor": "#12345G")"), "/backgroundColor: not a colour"},
+        {rootWith(R"("alpha": "1")"), "/alpha: not a number"},
+        {rootWith(R"("hidden": 1)"), "/hidden: not true or false"},
+        {rootWith(R"("autoresizing": ["middle"])"), "/autoresizing/0: unknown part"},
+        {rootWith(R"("subviews": {})"), "/subviews: not a list"},
+        {rootWith(R"("items": [])"), "/view: not a toolbar"},
+        {rootWith(R"("subviews": [{"class": "UIView", "frame": [0, 0, 1, 1]}, 3])"), "/view/subviews/1: "},
+        {item(R"({"space": "fixed"})"), "/items/0/space: not \"flexible\""},
+        {item(R"({"titel": "0"})"), "unknown key \"titel\""},
+        {item(R"({"icon": {"strokes": ["M0 0L"]}})"), "/icon/strokes/0: not SVG path data"},
+        {item(R"({"icon": {"fills": 3}})"), "/icon/fills: not a list"},
+        {item(R"({"icon": {"lineWidth": "1"}})"), "/icon/lineWidth: not a number"},
+        {scene(nested), "nested too deeply"},
+    };
+    for (const auto& [text, expected] : faults) {
+        log.lines.clear();
+        EXPECT_EQ(load(text), nullptr) << text;
+        EXPECT_THAT(log.lines,
+                    ElementsAre(testing::AllOf(HasSubstr("Test.storyboard.json: "), HasSubstr(expected))))
+            << text;
+    }
+}
+
+TEST_F(UIStoryboardTest, MissingResourceIsOneLine) {
+    NSBundle::mainBundle().setReader([](const std::string&) { return std::nullopt; });
+    EXPECT_EQ(UIStoryboard("Lost").instantiateInitialViewController(CGSizeMake(1, 1)), nullptr);
+    EXPECT_THAT(log.lines, ElementsAre("Lost.storyboard.json: no such resource"));
+}
+
+}  // namespace

@@ -1,0 +1,303 @@
+// Where touches go: views, recognisers, bars that swallow them, fingers that get lost.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+
+#include "platform/ui/ui_gesture_recognizer.h"
+#include "platform/ui/ui_toolbar.h"
+#include "platform/ui/ui_window.h"
+#include "platform/ui/view_animator.h"
+#include "screens/swallow_touches_view.h"
+#include "tests/support/log_capture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Story = std::vector<std::string>;
+
+void tell(Story& story, const char* what, const UITouches& touches, const UIEvent& event) {
+    std::ostringstream line;
+    line << what << " " << touches.front()->id << " of " << event.allTouches.size();
+    story.push_back(line.str());
+}
+
+class TouchedView : public UIView {
+  public:
+    using UIView::UIView;
+    void touchesBegan(const UITouches& t, const UIEvent& e) override { tell(story, "began", t, e); }
+    void touchesMoved(const UITouches& t, const UIEvent& e) override { tell(story, "moved", t, e); }
+    void touchesEnded(const UITouches& t, const UIEvent& e) override { tell(story, "ended", t, e); }
+    void touchesCancelled(const UITouches& t, const UIEvent& e) override { tell(story, "cancelled", t, e); }
+    Story story;
+};
+
+class SpyRecognizer : public UIGestureRecognizer {
+  public:
+    SpyRecognizer() : UIGestureRecognizer({}) {}
+    void touchesBegan(const UITouches& t, const UIEvent& e) override { tell(story, "began", t, e); }
+    void touchesMoved(const UITouches& t, const UIEvent& e) override { tell(story, "moved", t, e); }
+    void touchesEnded(const UITouches& t, const UIEvent& e) override { tell(story, "ended", t, e); }
+    void touchesCancelled(const UITouches& t, const UIEvent& e) override { tell(story, "cancelled", t, e); }
+    Story story;
+};
+
+/// A window like the app's: the fractal over all of it, a toolbar with one button at its bottom.
+class UITouchTest : public testing::Test {
+  protected:
+    UITouchTest() {
+        window->addSubview(fractal);
+        fractal->addSubview(bar);
+        item->setAction([this](const auto&) { ++presses; });
+        bar->setItems({item});
+        fractal->addGestureRecognizer(spy);
+        fractal->addGestureRecognizer(
+            std::make_shared<UITapGestureRecognizer>([this](UIGestureRecognizer& tap) {
+                ++taps;
+                EXPECT_EQ(tap.state(), UIGestureRecognizerState::ended);
+            }));
+        window->layoutIfNeeded();
+    }
+    ~UITouchTest() override { ViewAnimator::shared().reset(); }
+
+    void send(UITouchPhase phase, CGPoint at, double time, int64_t id = 1) {
+        window->sendTouch({phase, id, at, time});
+    }
+    void began(CGPoint at, double time = 0, int64_t id = 1) { send(UITouchPhase::began, at, time, id); }
+    void moved(CGPoint at, double time = 0, int64_t id = 1) { send(UITouchPhase::moved, at, time, id); }
+    void ended(CGPoint at, double time = 0, int64_t id = 1) { send(UITouchPhase::ended, at, time, id); }
+
+    static constexpr CGPoint onFractal{100, 100};
+    static constexpr CGPoint besideButton{20, 370};
+    CGPoint onButton() const {
+        const auto view = item->view();
+        return view->convertPointToWindow({CGRectGetMidX(view->bounds()), CGRectGetMidY(view->bounds())});
+    }
+
+    LogCapture log;
+    std::shared_ptr<UIWindow> window = std::make_shared<UIWindow>(CGRectMake(0, 0, 844, 390));
+    std::shared_ptr<TouchedView> fractal = std::make_shared<TouchedView>(CGRectMake(0, 0, 844, 390));
+    std::shared_ptr<SwallowTouchesView> bar =
+        std::make_shared<SwallowTouchesView>(CGRectMake(0, 334, 844, 56));
+    std::shared_ptr<UIBarButtonItem> item = std::make_shared<UIBarButtonItem>();
+    std::shared_ptr<SpyRecognizer> spy = std::make_shared<SpyRecognizer>();
+    int taps = 0;
+    int presses = 0;
+};
+
+TEST_F(UITouchTest, FractalAndItsRecognisersSeeTheirTouches) {
+    began(onFractal);
+    moved({101, 100}, 0.1);
+    ended({101, 100}, 0.2);
+    EXPECT_THAT(fractal->story, ElementsAre("began 1 of 1", "moved 1 of 1", "ended 1 of 1"));
+    EXPECT_EQ(spy->story, fractal->story);
+    EXPECT_EQ(taps, 1);
+}
+
+TEST_F(UITouchTest, BarKeepsItsTouchesToItself) {
+    began(besideButton);
+    moved(onFractal, 0.1);
+    ended(onFractal, 0.2);
+    EXPECT_THAT(fractal->story, IsEmpty());
+    EXPECT_THAT(spy->story, IsEmpty());
+    EXPECT_EQ(taps, 0);
+    EXPECT_EQ(presses, 0);
+}
+
+TEST_F(UITouchTest, PlainViewOverTheFractalPassesTouchesOn) {
+    fractal->addSubview(std::make_shared<UIView>(CGRectMake(90, 90, 20, 20)));
+    began(onFractal);
+    ended(onFractal, 0.1);
+    EXPECT_THAT(fractal->story, ElementsAre("began 1 of 1", "ended 1 of 1"));
+    EXPECT_EQ(taps, 1);
+}
+
+TEST_F(UITouchTest, ButtonActsWhereTheFingerLifts) {
+    const auto button = std::dynamic_pointer_cast<UIButton>(item->view());
+    began(onButton());
+    EXPECT_TRUE(button->isHighlighted());
+    moved(onFractal, 0.1);
+    EXPECT_FALSE(button->isHighlighted());
+    moved(onButton(), 0.2);
+    EXPECT_TRUE(button->isHighlighted());
+    ended(onButton(), 5);
+    EXPECT_FALSE(button->isHighlighted());
+    EXPECT_EQ(presses, 1);
+
+    began(onButton(), 6);
+    ended(onFractal, 6.1);
+    EXPECT_EQ(presses, 1) << "lifted elsewhere";
+    began(onButton(), 7);
+    window->cancelTouches();
+    EXPECT_FALSE(button->isHighlighted());
+    began(onButton(), 8);
+    ended(onButton(), 8.1);
+    EXPECT_EQ(presses, 2) << "works on after a cancelled touch";
+    EXPECT_THAT(spy->story, IsEmpty());
+    EXPECT_EQ(taps, 0);
+}
+
+TEST_F(UITouchTest, SecondFingerOnAButtonNeitherPressesNorBlocks) {
+    began(onButton(), 0, 1);
+    began(onButton(), 0, 2);
+    ended(onButton(), 0.1, 2);
+    EXPECT_EQ(presses, 0);
+    ended(onButton(), 0.2, 1);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(UITouchTest, KeyLightsTheButtonUp) {
+    item->sendAction();
+    EXPECT_EQ(presses, 1);
+    const auto glow = item->view()->subviews().front();
+    EXPECT_EQ(glow->presentationAlpha(), 1);
+    ViewAnimator::shared().step(0);
+    ViewAnimator::shared().step(1);
+    EXPECT_EQ(glow->presentationAlpha(), 0);
+}
+
+TEST_F(UITouchTest, ButtonMayTakeItsBarAway) {
+    item->setAction([this](const auto&) {
+        bar->removeFromSuperview();
+        bar.reset();
+        item.reset();
+    });
+    const CGPoint at = onButton();
+    began(at);
+    ended(at, 0.1);
+    EXPECT_TRUE(fractal->subviews().empty());
+}
+
+struct Tap {
+    const char* name;
+    CGPoint moved;
+    double duration;
+    int taps;
+};
+
+TEST_F(UITouchTest, TapIsShortAndStill) {
+    const Tap table[] = {
+        {"short and still", {0, 0}, 0.1, 1},
+        {"10 points", {6, 8}, 0.1, 1},
+        {"just over 10 points", {6.1, 8}, 0.1, 0},
+        {"0.75 s", {0, 0}, 0.75, 1},
+        {"longer", {0, 0}, 0.7501, 0},
+    };
+    double time = 0;
+    for (const Tap& row : table) {
+        taps = 0;
+        began(onFractal, time);
+        moved({onFractal.x + row.moved.x, onFractal.y + row.moved.y}, time);
+        moved(onFractal, time);
+        ended(onFractal, time + row.duration);
+        EXPECT_EQ(taps, row.taps) << row.name;
+        taps = 0;
+        began(onFractal, time + 1);
+        ended({onFractal.x + row.moved.x, onFractal.y + row.moved.y}, time + 1 + row.duration);
+        EXPECT_EQ(taps, row.taps) << row.name << ", seen at the lift only";
+        time += 10;
+    }
+}
+
+TEST_F(UITouchTest, TwoFingersAreNoTap) {
+    began(onFractal, 0, 1);
+    began({200, 100}, 0.05, 2);
+    ended({200, 100}, 0.1, 2);
+    ended(onFractal, 0.15, 1);
+    EXPECT_EQ(taps, 0);
+    EXPECT_THAT(spy->story, ElementsAre("began 1 of 1", "began 2 of 2", "ended 2 of 2", "ended 1 of 1"));
+    began(onFractal, 1);
+    ended(onFractal, 1.1);
+    EXPECT_EQ(taps, 1) << "ready again once all are lifted";
+}
+
+TEST_F(UITouchTest, FingerOnTheBarDoesNotDisturbATapOnTheFractal) {
+    began(besideButton, 0, 1);
+    began(onFractal, 0, 2);
+    ended(onFractal, 0.1, 2);
+    ended(besideButton, 0.2, 1);
+    EXPECT_EQ(taps, 1);
+}
+
+TEST_F(UITouchTest, NearestTapTakesTheTouch) {
+    const auto panel = std::make_shared<UIView>(CGRectMake(50, 50, 100, 100));
+    int closed = 0;
+    panel->addGestureRecognizer(
+        std::make_shared<UITapGestureRecognizer>([&](UIGestureRecognizer&) { ++closed; }));
+    fractal->addSubview(panel);
+    began(onFractal);
+    ended(onFractal, 0.1);
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(taps, 0);
+    EXPECT_THAT(spy->story, ElementsAre("began 1 of 1", "cancelled 1 of 1"));
+    began({300, 100}, 1);
+    ended({300, 100}, 1.1);
+    EXPECT_EQ(taps, 1);
+}
+
+TEST_F(UITouchTest, CancelledTouchesLeaveNothingBehind) {
+    began(onFractal, 0, 1);
+    began(onFractal, 0, 2);
+    window->cancelTouches();
+    EXPECT_THAT(fractal->story,
+                ElementsAre("began 1 of 1", "began 2 of 2", "cancelled 1 of 1", "cancelled 2 of 1"));
+    moved(onFractal, 0.1, 1);
+    ended(onFractal, 0.1, 1);
+    EXPECT_EQ(taps, 0);
+    EXPECT_EQ(fractal->story.size(), 4u) << "the rest of a cancelled touch";
+    EXPECT_THAT(log.lines, IsEmpty());
+    began(onFractal, 1, 2);
+    ended(onFractal, 1.1, 2);
+    EXPECT_EQ(taps, 1);
+}
+
+TEST_F(UITouchTest, NonsenseFromTheHostIsDroppedWithALine) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    began(onFractal, 1);
+    const std::pair<const char*, std::function<void()>> nonsense[] = {
+        {"unknown finger", [&] { moved(onFractal, 1, 7); }},
+        {"unknown finger's lift", [&] { ended(onFractal, 1, 7); }},
+        {"second landing", [&] { began(onFractal, 1); }},
+        {"move in the past", [&] { moved(onFractal, 0.5); }},
+        {"move to nowhere",
+         [&] {
+             moved({nan, 0}, 1);
+         }},
+        {"landing nowhere",
+         [&] {
+             began({0, nan}, 1, 3);
+         }},
+    };
+    for (const auto& [name, send] : nonsense) {
+        log.lines.clear();
+        send();
+        EXPECT_EQ(log.lines.size(), 1u) << name;
+    }
+    EXPECT_EQ(fractal->story.size(), 1u);
+    log.lines.clear();
+    ended({nan, nan}, 0.2);
+    EXPECT_THAT(log.lines, IsEmpty()) << "a lift always counts";
+    EXPECT_EQ(taps, 1);
+}
+
+TEST_F(UITouchTest, FingerOutlivesItsView) {
+    auto panel = std::make_shared<UIView>(CGRectMake(50, 50, 100, 100));
+    int closed = 0;
+    panel->addGestureRecognizer(
+        std::make_shared<UITapGestureRecognizer>([&](UIGestureRecognizer&) { ++closed; }));
+    fractal->addSubview(panel);
+    began(onFractal);
+    panel->removeFromSuperview();
+    panel.reset();
+    ended(onFractal, 0.1);
+    EXPECT_EQ(closed, 0);
+}
+
+TEST_F(UITouchTest, HiddenBarLetsTouchesThrough) {
+    UIView::animateWithDuration(0.5, 0, 0, [&] { bar->setAlpha(0); });
+    began(besideButton);
+    ended(besideButton, 0.1);
+    EXPECT_EQ(taps, 1) << "what fades away no longer answers";
+}
+
+}  // namespace

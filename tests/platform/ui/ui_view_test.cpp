@@ -1,0 +1,217 @@
+// The tree of views: autoresizing, hit testing, painting, labels.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/ui/ui_control.h"
+#include "platform/ui/ui_window.h"
+#include "tests/support/log_capture.h"
+#include "tests/support/recording_canvas.h"
+
+namespace {
+
+using testing::ElementsAre;
+using Lines = std::vector<std::string>;
+
+std::shared_ptr<UIView> makeView(CGRect frame, UIColor color = UIColor::clear()) {
+    auto view = std::make_shared<UIView>(frame);
+    view->setBackgroundColor(color);
+    return view;
+}
+
+struct Resizing {
+    const char* name;
+    uint32_t mask;
+    CGRect expected;
+};
+
+TEST(UIView, AutoresizingGivesTheGrowthToWhatIsFlexible) {
+    // From 100 x 100 to 200 x 300; margins 10, 60 across and 20, 40 down.
+    const CGRect start = CGRectMake(10, 20, 30, 40);
+    const Resizing table[] = {
+        {"nothing", UIViewAutoresizingNone, start},
+        {"width and top margin", UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleTopMargin,
+         CGRectMake(10, 220, 130, 40)},
+        {"left margin", UIViewAutoresizingFlexibleLeftMargin, CGRectMake(110, 20, 30, 40)},
+        {"right and bottom margins",
+         UIViewAutoresizingFlexibleRightMargin | UIViewAutoresizingFlexibleBottomMargin, start},
+        {"both sides", UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight,
+         CGRectMake(10, 20, 130, 240)},
+        {"left margin and width share 1 to 3",
+         UIViewAutoresizingFlexibleLeftMargin | UIViewAutoresizingFlexibleWidth, CGRectMake(35, 20, 105, 40)},
+    };
+    for (const Resizing& row : table) {
+        const auto parent = makeView(CGRectMake(0, 0, 100, 100));
+        const auto child = makeView(start);
+        child->setAutoresizingMask(row.mask);
+        parent->addSubview(child);
+        parent->setFrame(CGRectMake(0, 0, 200, 300));
+        EXPECT_EQ(child->frame(), row.expected) << row.name << ": " << NSStringFromCGRect(child->frame());
+        parent->setFrame(CGRectMake(0, 0, 100, 100));
+        EXPECT_EQ(child->frame(), start) << row.name << ", and back";
+    }
+}
+
+TEST(UIView, HitTestFindsTheFrontMostThatAnswers) {
+    const auto root = makeView(CGRectMake(0, 0, 100, 100));
+    const auto back = makeView(CGRectMake(10, 10, 50, 50));
+    const auto front = makeView(CGRectMake(30, 30, 50, 50));
+    root->addSubview(back);
+    root->addSubview(front);
+    const CGPoint both = CGPointMake(40, 40);
+    EXPECT_EQ(root->hitTest(both), front);
+    EXPECT_EQ(root->hitTest({15, 15}), back);
+    EXPECT_EQ(root->hitTest({5, 5}), root);
+    EXPECT_EQ(root->hitTest({100, 5}), nullptr) << "the right edge is outside";
+    root->bringSubviewToFront(back);
+    EXPECT_EQ(root->hitTest(both), back);
+
+    back->setHidden(true);
+    EXPECT_EQ(root->hitTest(both), front);
+    back->setHidden(false);
+    back->setAlpha(0.005);
+    EXPECT_EQ(root->hitTest(both), front);
+    back->setAlpha(1);
+    back->setUserInteractionEnabled(false);
+    EXPECT_EQ(root->hitTest(both), front);
+}
+
+TEST(UIView, CannotBePutIntoItself) {
+    LogCapture log;
+    const auto outer = makeView({});
+    const auto inner = makeView({});
+    outer->addSubview(inner);
+    inner->addSubview(outer);
+    inner->addSubview(inner);
+    EXPECT_EQ(log.lines.size(), 2u);
+    EXPECT_EQ(outer->superview(), nullptr);
+    EXPECT_EQ(inner->superview(), outer.get());
+}
+
+TEST(UIView, MovesFromOneSuperviewToAnother) {
+    const auto first = makeView({});
+    const auto second = makeView({});
+    const auto child = makeView({});
+    first->addSubview(child);
+    second->addSubview(child);
+    EXPECT_TRUE(first->subviews().empty());
+    EXPECT_EQ(child->superview(), second.get());
+    second->addSubview(child);
+    EXPECT_EQ(second->subviews().size(), 1u);
+}
+
+TEST(UIView, ConvertsThroughAllItsSuperviews) {
+    const auto window = std::make_shared<UIWindow>(CGRectMake(0, 0, 500, 500));
+    const auto middle = makeView(CGRectMake(100, 50, 200, 200));
+    const auto inner = makeView(CGRectMake(7, 9, 20, 20));
+    window->addSubview(middle);
+    middle->addSubview(inner);
+    EXPECT_EQ(inner->convertPointToWindow({1, 2}), CGPointMake(108, 61));
+    EXPECT_EQ(inner->convertPointFromWindow({108, 61}), CGPointMake(1, 2));
+    EXPECT_EQ(inner->convertRectToWindow(inner->bounds()), CGRectMake(107, 59, 20, 20));
+}
+
+TEST(UIView, PaintsBackToFrontWithoutClipping) {
+    const auto root = makeView(CGRectMake(0, 0, 100, 100));
+    const auto panel = makeView(CGRectMake(10, 10, 40, 40), UIColor::black());
+    const auto sticksOut = makeView(CGRectMake(30, 30, 40, 40), UIColor::white());
+    const auto rounded = makeView(CGRectMake(0, 0, 20, 20), UIColor::white());
+    rounded->setCornerRadius(4);
+    root->addSubview(panel);
+    panel->addSubview(sticksOut);
+    root->addSubview(rounded);
+    RecordingCanvas canvas;
+    root->paint(canvas);
+    EXPECT_THAT(canvas.calls, ElementsAre("fill {{10, 10}, {40, 40}}", "fill {{40, 40}, {40, 40}}",
+                                          "fill path {{0, 0}, {20, 20}}"));
+    EXPECT_TRUE(canvas.isBalanced());
+    EXPECT_EQ(root->paintedFrame(), CGRectMake(0, 0, 80, 80));
+}
+
+TEST(UIView, LayersOnlyWhereSomethingIsSeenThrough) {
+    const auto root = makeView(CGRectMake(0, 0, 100, 100));
+    const auto panel = makeView(CGRectMake(10, 10, 40, 40), UIColor::black());
+    root->addSubview(panel);
+    const auto painted = [&] {
+        RecordingCanvas canvas;
+        root->paint(canvas);
+        return canvas.calls;
+    };
+    const std::string fill = "fill {{10, 10}, {40, 40}}";
+    EXPECT_EQ(painted(), Lines{fill});
+    panel->setAlpha(0.5);
+    EXPECT_EQ(painted(), (Lines{"layer 0.5", fill, "end layer"}));
+    panel->setAlpha(0);
+    EXPECT_EQ(painted(), Lines{});
+    EXPECT_TRUE(CGRectIsNull(root->paintedFrame()));
+    panel->setAlpha(1);
+    panel->setHidden(true);
+    EXPECT_EQ(painted(), Lines{});
+    panel->removeFromSuperview();
+    root->setAlpha(0.5);
+    EXPECT_EQ(painted(), Lines{}) << "no layer for nothing";
+}
+
+TEST(UIView, OverlayIsRepaintedAfterEveryVisibleChange) {
+    const auto window = std::make_shared<UIWindow>(CGRectMake(0, 0, 100, 100));
+    const auto view = makeView(CGRectMake(0, 0, 10, 10));
+    const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 10, 10));
+    window->addSubview(view);
+    view->addSubview(label);
+    const std::pair<const char*, std::function<void()>> changes[] = {
+        {"alpha", [&] { view->setAlpha(0.5); }},
+        {"frame", [&] { view->setFrame(CGRectMake(1, 0, 10, 10)); }},
+        {"hidden", [&] { view->setHidden(true); }},
+        {"shown", [&] { view->setHidden(false); }},
+        {"background", [&] { view->setBackgroundColor(UIColor::black()); }},
+        {"text", [&] { label->setText("Zoom"); }},
+        {"order", [&] { view->bringSubviewToFront(label); }},
+        {"removal", [&] { view->removeFromSuperview(); }},
+        {"return", [&] { window->addSubview(view); }},
+    };
+    for (const auto& [name, change] : changes) {
+        window->takeOverlayDirty();
+        change();
+        EXPECT_TRUE(window->takeOverlayDirty()) << name;
+    }
+    view->setHidden(false);
+    label->setText("Zoom");
+    EXPECT_FALSE(window->takeOverlayDirty()) << "nothing changed";
+}
+
+TEST(UILabel, TakesTheSizeOfItsWrappedText) {
+    const CanvasProviderGuard provider;
+    UILabel label(CGRectMake(5, 6, 60, 0));
+    label.setFont(UIFont::systemFontOfSize(10));
+    label.setText("0123456789012345678");  // 95 points wide in one line
+    label.setNumberOfLines(0);
+    label.sizeToFit();
+    EXPECT_EQ(label.frame(), CGRectMake(5, 6, 60, 20));
+    label.setText("a\nbcd\ne");
+    label.sizeToFit();
+    EXPECT_EQ(label.frame(), CGRectMake(5, 6, 15, 30));
+    label.setNumberOfLines(1);
+    label.setText("0123456789012345678");
+    label.sizeToFit();
+    EXPECT_EQ(label.frame(), CGRectMake(5, 6, 15, 10)) << "never wider than it was";
+}
+
+TEST(UILabel, StandsInTheMiddle) {
+    const CanvasProviderGuard provider;
+    UILabel label(CGRectMake(0, 0, 60, 30));
+    label.setFont(UIFont::systemFontOfSize(10));
+    label.setText("top");
+    RecordingCanvas canvas;
+    label.drawRect(canvas, label.bounds());
+    EXPECT_THAT(canvas.calls, ElementsAre("text \"top\" {{0, 10}, {60, 30}}"));
+}
+
+TEST(UIView, AnswersByName) {
+    UIView view(CGRectMake(1, 2, 3, 4));
+    EXPECT_EQ(std::any_cast<CGRect>(view.valueForKey("frame")), CGRectMake(1, 2, 3, 4));
+    EXPECT_TRUE(view.setValueForKey(0.25, "alpha"));
+    EXPECT_EQ(view.alpha(), 0.25);
+    EXPECT_FALSE(view.setValueForKey(std::string("half"), "alpha"));
+    EXPECT_FALSE(view.setValueForKey(1.0, "colour"));
+}
+
+}  // namespace
