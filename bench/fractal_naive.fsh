@@ -4,26 +4,24 @@ precision highp float;
 precision highp int;
 
 varying vec4 vPlane;
-varying vec4 vFrame;
-varying vec4 vMean;
-varying vec3 vCos1;
-varying vec3 vSin1;
-varying vec3 vCos2;
-varying vec3 vSin2;
+varying vec2 vLimit;
+varying vec4 vBase;
+varying vec3 vEven;
+varying vec3 vOdd;
 
-vec3 palette(float iterations) {
-    float t = fract(iterations * vMean.w + vFrame.w) * 6.28318531;
-    float s = sin(t);
-    float c = cos(t);
-    vec3 colour = vMean.rgb + vCos1 * c + vSin1 * s + vCos2 * (2.0 * c * c - 1.0) + vSin2 * (2.0 * s * c);
-    return clamp(colour, vec3(0.02, 0.02, 0.05), vec3(1.0));
+vec3 palette(float count) {
+    float turn = count * 0.03125 + vBase.w;
+    float u = turn - floor(turn + 0.5);
+    float g = 0.25 - u * u;
+    vec3 root = (vBase.rgb + vOdd * (u * g)) + vEven * (g * g);
+    return max(root * root, vec3(0.02, 0.02, 0.05));
 }
 
 void main() {
     vec2 z = vPlane.xy + vPlane.zw;
-    vec2 c = vFrame.x > 0.0 ? z : vec2(-0.8, 0.156);
-    float limit = max(vFrame.y, vFrame.z);
-    vec3 colour = vec3(0.0);
+    float limit = vLimit.x + vLimit.y;
+    vec2 c = limit > 0.0 ? z : vec2(-0.8, 0.156);
+    limit = abs(limit);
     float count = 0.0;
     bool escaped = false;
     for (int i = 0; i <= 256; ++i) {
@@ -32,14 +30,11 @@ void main() {
         }
         float m = dot(z, z);
         if (m > 64.0) {
-            count = float(i) + 2.5849625 - log2(log2(min(m, 1.0e30)));
+            count = float(i) + 2.5849625 - log2(log2(m));
             escaped = true;
             break;
         }
         z = vec2((c.x + z.x * z.x) - z.y * z.y, (z.x + z.x) * z.y + c.y);
     }
-    if (escaped) {
-        colour = palette(count);
-    }
-    gl_FragColor = vec4(colour, 1.0);
+    gl_FragColor = vec4(escaped ? palette(count) : vec3(0.0), 1.0);
 }
