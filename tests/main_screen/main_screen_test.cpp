@@ -292,6 +292,25 @@ TEST_F(MainScreen, ResizingKeepsCentreAndHeightAndFitsTheWidth) {
     }
 }
 
+TEST_F(MainScreen, AWindowHigherThanWideShowsASquareBetweenBlackBars) {
+    start(CGSizeMake(300, 300));
+    host->resize(CGSizeMake(300, 500));
+    for (const bool retained : {false, true}) {
+        screen->glkView()->setRetainedBacking(retained);
+        host->step();
+        host->step();
+        EXPECT_EQ(screen->view()->frame(), CGRectMake(0, 100, 300, 300));
+        EXPECT_NEAR(bounds().size.width, bounds().size.height, 1e-6);
+        const CGImageRef picture = host->screenPicture();
+        EXPECT_EQ(picture->colorAt(150, 99), (CGImage::Color{0, 0, 0, 255}));
+        EXPECT_NE(picture->colorAt(1, 101), (CGImage::Color{0, 0, 0, 255}));
+        EXPECT_NE(picture->colorAt(299, 110), (CGImage::Color{0, 0, 0, 255}));
+        EXPECT_EQ(picture->colorAt(150, 401), (CGImage::Color{0, 0, 0, 255}));
+    }
+    host->tap(CGPointMake(150, 50));
+    EXPECT_FALSE(screen->isMenuHiding());
+}
+
 TEST_F(MainScreen, PicturesHaveTheDrawablesPixels) {
     start(CGSizeMake(160, 90));
     host->resize(CGSizeMake(160, 90), 2);

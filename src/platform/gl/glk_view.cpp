@@ -18,6 +18,15 @@ int32_t pixels(CGFloat points) {
     return std::max<int32_t>(1, static_cast<int32_t>(std::lround(points * UIScreen::mainScreen().scale())));
 }
 
+/// The clear colour is the delegate's, and stays it.
+void clearScreenToBlack() {
+    GLfloat color[4] = {};
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, color);
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glClearColor(color[0], color[1], color[2], color[3]);
+}
+
 /// Copies a picture's pixels as R, G, B into rows of rowPixels pixels, from column x of the first row on.
 void copyRGB(const CGImage& tile, std::vector<uint8_t>& rows, int32_t rowPixels, int32_t x) {
     for (int32_t y = 0; y < tile.height(); ++y) {
@@ -71,21 +80,32 @@ void GLKView::drawThroughDelegate(int32_t viewportX, int32_t viewportY) {
     if (_delegate) _delegate->glkViewDrawInRect(*this, bounds());
 }
 
+GLKView::PixelRect GLKView::placeOnScreen() const {
+    const double scale = UIScreen::mainScreen().scale();
+    const CGRect place = convertRectToWindow(bounds());
+    const auto bottom = static_cast<int32_t>(std::lround(CGRectGetMaxY(place) * scale));
+    return {static_cast<int32_t>(std::lround(CGRectGetMinX(place) * scale)),
+            _context->surface().pixelHeight() - bottom, drawableWidth(), drawableHeight()};
+}
+
 bool GLKView::display() {
     if (!_context) return false;
     if (_retainedBacking) {
         if (!offscreenDrawable(drawableWidth(), drawableHeight())) return false;
         drawThroughDelegate(0, 0);
-        bindScreen();
-        return true;
     }
     bindScreen();
-    const CGRect place = convertRectToWindow(bounds());
-    const int32_t below =
-        _context->surface().pixelHeight() -
-        static_cast<int32_t>(std::lround(CGRectGetMaxY(place) * UIScreen::mainScreen().scale()));
-    drawThroughDelegate(
-        static_cast<int32_t>(std::lround(CGRectGetMinX(place) * UIScreen::mainScreen().scale())), below);
+    const PixelRect place = placeOnScreen();
+    const GLSurface& surface = _context->surface();
+    const bool fillsScreen = place.width >= surface.pixelWidth() && place.height >= surface.pixelHeight();
+    if (!fillsScreen) clearScreenToBlack();
+    if (_retainedBacking) return true;
+    if (!fillsScreen) {
+        glEnable(GL_SCISSOR_TEST);
+        glScissor(place.x, place.y, place.width, place.height);
+    }
+    drawThroughDelegate(place.x, place.y);
+    glDisable(GL_SCISSOR_TEST);
     return true;
 }
 
@@ -118,8 +138,7 @@ bool GLKView::snapshotInTiles(int32_t maxTile, const RowSink& sink) {
     const int32_t limit = maxTile > 0 ? std::min(maxTile, textureLimit) : textureLimit;
     const int32_t tileWidth = std::min(width, limit);
     const int32_t tileHeight = std::min({height, limit, bandRows});
-    const auto tile =
-        OffscreenDrawable::make(tileWidth, tileHeight, _colorFormat == GLKViewDrawableColorFormatRGB565);
+    const auto tile = OffscreenDrawable::make(tileWidth, tileHeight, false);
     if (!tile) return false;
 
     std::vector<uint8_t> rows(3 * static_cast<std::size_t>(width) * static_cast<std::size_t>(tileHeight));

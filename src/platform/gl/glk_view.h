@@ -48,7 +48,18 @@ class GLKView : public UIView {
     int32_t drawableWidth() const;
     int32_t drawableHeight() const;
 
-    /// Draws one frame through the delegate; false without a context.
+    /// GL's way: from the bottom left of the screen.
+    struct PixelRect {
+        int32_t x = 0;
+        int32_t y = 0;
+        int32_t width = 0;
+        int32_t height = 0;
+    };
+    /// Where on the screen the view lies. Needs a context.
+    PixelRect placeOnScreen() const;
+
+    /// Draws one frame through the delegate, black around it where the view leaves screen free; false without
+    /// a context.
     bool display();
     /// Where the last frame lies if not in the screen's framebuffer; null otherwise.
     const OffscreenDrawable* retainedDrawable() const;
@@ -60,9 +71,9 @@ class GLKView : public UIView {
     /// Receives complete rows of the picture from the top: bytes R, G, B, 3 * drawableWidth() a row. Answers
     /// NO to stop.
     using RowSink = std::function<bool(std::span<const uint8_t> rows, int32_t count)>;
-    /// Like snapshot, for pictures larger than a framebuffer may be: drawn in tiles of at most maxTile pixels
-    /// a side (0: what the GPU allows) that meet without a seam. NO without a context, past the GPU's largest
-    /// viewport, or if stopped.
+    /// Like snapshot, for pictures that are kept: in 32-bit colour, and larger than a framebuffer may be.
+    /// Drawn in tiles of at most maxTile pixels a side (0: what the GPU allows) that meet without a seam. NO
+    /// without a context, past the GPU's largest viewport, or if stopped.
     bool snapshotInTiles(int32_t maxTile, const RowSink& sink);
 
     /// Forgets every GL object without deleting it (the context died with them).

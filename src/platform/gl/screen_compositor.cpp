@@ -98,10 +98,12 @@ class ScreenCompositor : public FramePresenter {
         GLKView* view = dynamic_cast<GLKView*>(window.rootViewController()->view().get());
         if (!view || !view->display()) return;
         GLSurface& surface = view->context()->surface();
-        glViewport(0, 0, surface.pixelWidth(), surface.pixelHeight());
         if (const OffscreenDrawable* drawable = view->retainedDrawable()) {
+            const GLKView::PixelRect place = view->placeOnScreen();
+            glViewport(place.x, place.y, place.width, place.height);
             _quad.draw(drawable->texture(), {}, TexturedQuad::Pixels::opaque);
         }
+        glViewport(0, 0, surface.pixelWidth(), surface.pixelHeight());
         // Fonts and icons wait until the first frame is on the screen.
         _overlayStale = _overlayStale || overlayChanged;
         if (_presentedOnce && _overlayStale) {

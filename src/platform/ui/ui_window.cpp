@@ -83,11 +83,17 @@ void UIWindow::rootAppears() {
     _root->viewDidAppear(false);
 }
 
-/// The root's view and those presented over it fill the window.
+CGRect UIWindow::landscapeBounds() const {
+    const CGSize size = bounds().size;
+    const CGFloat spare = std::max(0.0, size.height - size.width);
+    return CGRectMake(0, spare / 2, size.width, size.height - spare);
+}
+
+/// The root's view and those presented over it fill what is landscape of the window.
 void UIWindow::layoutSubviews() {
     for (std::shared_ptr<UIViewController> controller = _root; controller;
          controller = controller->presentedViewController()) {
-        if (controller->isViewLoaded()) controller->view()->setFrame(bounds());
+        if (controller->isViewLoaded()) controller->view()->setFrame(landscapeBounds());
     }
 }
 

@@ -34,6 +34,9 @@ class UIWindow : public UIView {
     bool takeOverlayDirty();
 
     void layoutSubviews() override;
+    /// The whole window, or the square in the middle of one that is higher than wide: screens are held in
+    /// landscape.
+    CGRect landscapeBounds() const;
     bool drawsContent() const override { return false; }
 
   private:
