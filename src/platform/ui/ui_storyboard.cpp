@@ -126,7 +126,8 @@ class SceneBuilder {
     std::shared_ptr<UIView> view(const Node& node, int depth = 0) {
         if (depth > deepestView) node.fail("views nested too deeply");
         node.expectObject({"class", "frame", "autoresizing", "alpha", "hidden", "backgroundColor",
-                           "cornerRadius", "accessibilityLabel", "outlet", "subviews", "items", "tintColor"});
+                           "cornerRadius", "accessibilityLabel", "outlet", "subviews", "items", "tintColor",
+                           "maximumWidth"});
         const Node name = node.at("class");
         const auto maker = _views.find(name.text());
         const std::shared_ptr<UIView> view = maker == _views.end() ? nullptr : maker->second();
@@ -158,8 +159,10 @@ class SceneBuilder {
 
     void applyToolbar(const Node& node, UIView& view) {
         auto* toolbar = dynamic_cast<UIToolbar*>(&view);
-        if (!toolbar && (node.has("items") || node.has("tintColor"))) node.fail("not a toolbar");
+        const bool asksForOne = node.has("items") || node.has("tintColor") || node.has("maximumWidth");
+        if (!toolbar && asksForOne) node.fail("not a toolbar");
         if (node.has("tintColor")) toolbar->setTintColor(color(node.at("tintColor")));
+        if (node.has("maximumWidth")) toolbar->setMaximumWidth(node.at("maximumWidth").number());
         if (!node.has("items")) return;
         UIToolbar::Items items;
         const Node list = node.at("items");
@@ -177,12 +180,19 @@ class SceneBuilder {
             item->setFlexibleSpace(true);
             return item;
         }
-        node.expectObject({"title", "accessibilityLabel", "icon", "outlet", "action"});
+        node.expectObject({"title", "accessibilityLabel", "icon", "titleIcons", "outlet", "action"});
         if (node.has("title")) item->setTitle(node.at("title").text());
         if (node.has("accessibilityLabel")) {
             item->setAccessibilityLabel(node.at("accessibilityLabel").text());
         }
         if (node.has("icon")) item->setImage(icon(node.at("icon")));
+        if (node.has("titleIcons")) {
+            const Node icons = node.at("titleIcons");
+            if (!icons.value.is_object()) icons.fail("not an object");
+            for (const auto& [title, ignored] : icons.value.items()) {
+                item->setImageForTitle(title, icon(icons.at(title.c_str())));
+            }
+        }
         if (node.has("outlet")) connect(node.at("outlet"), item);
         if (node.has("action")) item->setAction(actionNamed(node.at("action").text()));
         return item;

@@ -20,13 +20,16 @@
 //     "subviews"            a list of VIEW, back to front
 //     "items"               toolbars only: a list of ITEM in order
 //     "tintColor"           toolbars only: COLOR of the items
+//     "maximumWidth"        toolbars only: points, see UIToolbar::setMaximumWidth
 // ITEM: { "space": "flexible" }, or an object with
 //     "title", "accessibilityLabel"  texts
-//     "icon"                { "strokes": [PATH...], "fills": [PATH...], "lineWidth": W }: SVG path data on a
-//     grid of
-//                           24 units, shown at 24 points; fills are even-odd
+//     "titleIcons"           { TITLE: ICON... }: while the title is one of these symbols, it is drawn
+//     "icon"                 ICON
 //     "outlet"              the property that receives the item, as std::shared_ptr<UIBarButtonItem>
 //     "action"              the name handed to the controller's performAction
+// ICON: { "strokes": [PATH...], "fills": [PATH...], "lineWidth": W }: SVG path data on a grid of 24 units,
+// shown at 24
+//     points; fills are even-odd
 #pragma once
 
 #include <functional>

@@ -13,7 +13,7 @@ constexpr CGFloat buttonPadding = 11;
 constexpr CGFloat barMargin = 8;
 constexpr CGFloat smallestGap = 2;
 constexpr CGFloat widestGap = 20;
-const UIFont titleFont = UIFont::boldSystemFontOfSize(17);
+const UIFont titleFont = UIFont::boldSystemFontOfSize(15);
 constexpr UIColor hairline = UIColor::white(1, 0.14);
 
 /// What stands between the buttons of a bar, in points.
@@ -59,21 +59,34 @@ std::shared_ptr<UIButton> UIBarButtonItem::button() const {
     return std::dynamic_pointer_cast<UIButton>(_view.lock());
 }
 
+void UIBarButtonItem::dress(UIButton& button) const {
+    const auto drawn = _titleImages.find(_title);
+    const bool isDrawn = drawn != _titleImages.end();
+    button.setTitle(isDrawn ? std::string() : _title);
+    button.setImage(isDrawn ? drawn->second : _image);
+}
+
+void UIBarButtonItem::appearanceChanged() {
+    const auto shown = button();
+    if (!shown) return;
+    dress(*shown);
+    if (UIView* bar = shown->superview()) bar->setNeedsLayout();
+}
+
 void UIBarButtonItem::setTitle(std::string title) {
     if (title == _title) return;
     _title = std::move(title);
-    const auto shown = button();
-    if (!shown) return;
-    shown->setTitle(_title);
-    if (UIView* bar = shown->superview()) bar->setNeedsLayout();
+    appearanceChanged();
 }
 
 void UIBarButtonItem::setImage(UIImageRef image) {
     _image = std::move(image);
-    const auto shown = button();
-    if (!shown) return;
-    shown->setImage(_image);
-    if (UIView* bar = shown->superview()) bar->setNeedsLayout();
+    appearanceChanged();
+}
+
+void UIBarButtonItem::setImageForTitle(const std::string& title, UIImageRef image) {
+    _titleImages[title] = std::move(image);
+    appearanceChanged();
 }
 
 void UIBarButtonItem::setAccessibilityLabel(std::string label) {
@@ -116,8 +129,7 @@ void UIToolbar::setItems(Items items) {
 
 std::shared_ptr<UIButton> UIToolbar::makeButton(const std::shared_ptr<UIBarButtonItem>& item) const {
     auto button = std::make_shared<UIButton>();
-    button->setTitle(item->title());
-    button->setImage(item->image());
+    item->dress(*button);
     button->setFont(titleFont);
     button->setTintColor(_tintColor);
     button->setAccessibilityLabel(item->accessibilityLabel());
@@ -135,6 +147,18 @@ void UIToolbar::setTintColor(UIColor color) {
     }
 }
 
+void UIToolbar::setMaximumWidth(CGFloat width) {
+    _maximumWidth = width;
+    setNeedsLayout();
+    setNeedsDisplay();
+}
+
+CGRect UIToolbar::backgroundArea(CGRect bounds) const {
+    if (!(_maximumWidth > 0) || bounds.size.width <= _maximumWidth) return bounds;
+    const CGFloat left = std::floor((bounds.size.width - _maximumWidth) / 2);
+    return {{bounds.origin.x + left, bounds.origin.y}, {_maximumWidth, bounds.size.height}};
+}
+
 void UIToolbar::layoutSubviews() {
     CGFloat content = 0;
     std::size_t spaces = 0;
@@ -147,8 +171,9 @@ void UIToolbar::layoutSubviews() {
             ++buttons;
         }
     }
-    const Spacing spacing = spacingFor(bounds().size.width, content, buttons, spaces);
-    CGFloat x = spacing.margin;
+    const CGRect plate = backgroundArea(bounds());
+    const Spacing spacing = spacingFor(plate.size.width, content, buttons, spaces);
+    CGFloat x = plate.origin.x + spacing.margin;
     for (const auto& item : _items) {
         if (item->isFlexibleSpace()) {
             x += spacing.flexible;
@@ -164,7 +189,7 @@ void UIToolbar::layoutSubviews() {
 
 /// A thin bright edge sets the bar off from dark pictures.
 void UIToolbar::drawRect(Canvas& canvas, CGRect bounds) {
-    const CGRect edge = CGRectInset(bounds, 0.5, 0.5);
+    const CGRect edge = CGRectInset(backgroundArea(bounds), 0.5, 0.5);
     if (CGRectIsEmpty(edge)) return;
     canvas.strokePath(UIBezierPath::bezierPathWithRoundedRect(edge, std::max(cornerRadius() - 0.5, 0.0)), 1,
                       hairline);

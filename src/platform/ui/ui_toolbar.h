@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ class UIBarButtonItem : public KeyValueCoding, public std::enable_shared_from_th
     void setTitle(std::string title);
     const UIImageRef& image() const { return _image; }
     void setImage(UIImageRef image);
+    /// Draws this title, a symbol, as an image in the place of the item's own image and the text: it then
+    /// looks the same whatever fonts a host has.
+    void setImageForTitle(const std::string& title, UIImageRef image);
     const std::string& accessibilityLabel() const { return _accessibilityLabel; }
     void setAccessibilityLabel(std::string label);
     bool isFlexibleSpace() const { return _flexibleSpace; }
@@ -31,10 +35,15 @@ class UIBarButtonItem : public KeyValueCoding, public std::enable_shared_from_th
     KeyValueTable makeKeyValueTable() override;  // "view" ("@", std::shared_ptr<UIView>), "title"
 
   private:
+    friend class UIToolbar;
     std::shared_ptr<UIButton> button() const;
+    /// Shows title and image on the button.
+    void dress(UIButton& button) const;
+    void appearanceChanged();
 
     std::string _title;
     UIImageRef _image;
+    std::map<std::string, UIImageRef> _titleImages;
     std::string _accessibilityLabel;
     bool _flexibleSpace = false;
     Action _action;
@@ -50,6 +59,9 @@ class UIToolbar : public UIView {
     void setItems(Items items);
     void setTintColor(UIColor color);
     UIColor tintColor() const { return _tintColor; }
+    /// Points; on a wider bar the plate with the buttons stands in the middle, and what is beside it neither
+    /// shows nor answers touches. 0 for no limit.
+    void setMaximumWidth(CGFloat width);
     /// Puts the buttons side by side, each over the bar's whole height. Flexible spaces share what is left;
     /// without any, what is left is spread evenly between and around the buttons. On a bar too narrow for
     /// that, first the gaps, then the margins, then the buttons shrink, so that nothing overlaps or sticks
@@ -58,10 +70,15 @@ class UIToolbar : public UIView {
     void drawRect(Canvas& canvas, CGRect bounds) override;
     bool drawsContent() const override { return true; }
     bool swallowsTouches() const override { return true; }
+    bool pointInside(CGPoint p) const override { return CGRectContainsPoint(backgroundArea(bounds()), p); }
+
+  protected:
+    CGRect backgroundArea(CGRect bounds) const override;
 
   private:
     std::shared_ptr<UIButton> makeButton(const std::shared_ptr<UIBarButtonItem>& item) const;
 
     Items _items;
     UIColor _tintColor = UIColor::white();
+    CGFloat _maximumWidth = 0;
 };

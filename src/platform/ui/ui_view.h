@@ -123,6 +123,8 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
 
   protected:
     KeyValueTable makeKeyValueTable() override;
+    /// What the background colour fills, given the bounds on screen.
+    virtual CGRect backgroundArea(CGRect bounds) const { return bounds; }
 
   private:
     void resizeSubviews(CGSize from, CGSize to);

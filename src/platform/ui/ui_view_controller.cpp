@@ -57,7 +57,7 @@ void UIViewController::presentViewController(const std::shared_ptr<UIViewControl
     }
     _presented = controller;
     const std::shared_ptr<UIView> front = controller->view();
-    front->setFrame(window->bounds());
+    front->setFrame(window->landscapeBounds());
     window->addSubview(front);
     viewWillDisappear(animated);
     controller->viewWillAppear(animated);

@@ -25,13 +25,12 @@ void UIView::paint(Canvas& canvas) {
 void UIView::paintContents(Canvas& canvas, CGSize size) {
     const CGRect area{CGPointZero, size};
     if (!drawsThroughGL() && !CGRectIsEmpty(area)) {
-        if (_backgroundColor.alpha > 0) {
-            if (_cornerRadius > 0) {
-                canvas.fillPath(UIBezierPath::bezierPathWithRoundedRect(area, _cornerRadius),
-                                FillRule::nonZero, _backgroundColor);
-            } else {
-                canvas.fillRect(area, _backgroundColor);
-            }
+        const CGRect ground = backgroundArea(area);
+        if (_backgroundColor.alpha > 0 && _cornerRadius > 0) {
+            canvas.fillPath(UIBezierPath::bezierPathWithRoundedRect(ground, _cornerRadius), FillRule::nonZero,
+                            _backgroundColor);
+        } else if (_backgroundColor.alpha > 0) {
+            canvas.fillRect(ground, _backgroundColor);
         }
         drawRect(canvas, area);
     }
