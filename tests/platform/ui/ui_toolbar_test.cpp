@@ -106,6 +106,45 @@ TEST(UIToolbar, RemovedItemLosesItsButtonAndTheOthersStay) {
     EXPECT_EQ(std::any_cast<std::shared_ptr<UIView>>(items[1]->valueForKey("view")), kept);
 }
 
+TEST(UIToolbar, KeepsToItsMaximumWidthAndLeavesTheRestAlone) {
+    const CanvasProviderGuard provider;
+    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 0, 1001, 56));
+    bar->setBackgroundColor(UIColor::black());
+    bar->setMaximumWidth(400);
+    bar->setItems({std::make_shared<UIBarButtonItem>(), std::make_shared<UIBarButtonItem>()});
+    bar->layoutIfNeeded();
+    expectApart(buttonsOf(*bar), 300, 700);
+    EXPECT_EQ(bar->hitTest({299, 20}), nullptr);
+    EXPECT_EQ(bar->hitTest({301, 20}), bar);
+    EXPECT_EQ(bar->hitTest({701, 20}), nullptr);
+    RecordingCanvas canvas;
+    bar->paint(canvas);
+    EXPECT_EQ(canvas.calls.front(), "fill {{300, 0}, {400, 56}}");
+    bar->setFrame(CGRectMake(0, 0, 300, 56));
+    bar->layoutIfNeeded();
+    expectApart(buttonsOf(*bar), 0, 300);
+    EXPECT_EQ(bar->hitTest({1, 20}), bar);
+}
+
+TEST(UIBarButtonItem, SymbolsForTitlesAreDrawn) {
+    const CanvasProviderGuard provider;
+    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 0, 844, 56));
+    const auto item = std::make_shared<UIBarButtonItem>();
+    const auto ring = UIImage::imageWithGlyph({}, {24, 24});
+    item->setImageForTitle("\u25CE", ring);
+    item->setTitle("\u25CE");
+    bar->setItems({item});
+    const auto button = std::dynamic_pointer_cast<UIButton>(item->view());
+    EXPECT_EQ(button->contentSize(), CGSizeMake(24, 24));
+    EXPECT_EQ(button->title(), "");
+    item->setTitle("0");
+    EXPECT_EQ(button->title(), "0");
+    EXPECT_NE(button->contentSize(), CGSizeMake(24, 24));
+    item->setTitle("\u25CE");
+    EXPECT_EQ(button->contentSize(), CGSizeMake(24, 24));
+    EXPECT_EQ(item->title(), "\u25CE") << "what the app sees";
+}
+
 TEST(UIBarButtonItem, LongerTitleWidensTheButton) {
     const CanvasProviderGuard provider;
     const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 0, 844, 56));
