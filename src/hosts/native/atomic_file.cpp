@@ -22,7 +22,9 @@ constexpr std::string_view temporaryEnding = ".tmp";
 constexpr std::size_t keptNameLength = 200;
 
 std::string temporaryPrefix(const std::string& path) {
-    return "." + std::filesystem::path(path).filename().string().substr(0, keptNameLength) + ".";
+    std::string prefix(1, '.');
+    prefix += std::filesystem::path(path).filename().string().substr(0, keptNameLength);
+    return prefix += '.';
 }
 
 std::string temporaryPath(const std::string& folder, const std::string& path) {

@@ -119,7 +119,8 @@ bool FilePreferencesStore::save(const std::string& text) {
 std::string FilePreferencesStore::setAside() {
     if (!isPlainFile(_path)) return "it stays where it is";
     for (int number = 1;; ++number) {
-        const std::string target = _path + ".damaged" + (number == 1 ? "" : "-" + std::to_string(number));
+        std::string target = _path + ".damaged";
+        if (number > 1) target.append("-").append(std::to_string(number));
         const int error = renameWithoutReplacing(_path, target);
         if (error == 0) return "moved to " + target;
         if (error != EEXIST) return "it stays where it is: " + describeSystemError(error);
