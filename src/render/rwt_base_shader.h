@@ -3,7 +3,6 @@
 #pragma once
 
 #include <GLES2/gl2.h>
-
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -14,11 +13,12 @@
 /// All operations need the app's GL context to be current, and come on the main thread.
 class RWTBaseShader {
   public:
-    /// Loads, compiles and links the two resources (names without extension), binds the quad and makes the texture object.
-    /// A broken shader is logged and used as it is. depthBuffer (not owned) and viewPort (points) are kept, and not used.
+    /// Loads, compiles and links the two resources (names without extension), binds the quad and makes the
+    /// texture object. A broken shader is logged and used as it is. depthBuffer (not owned) and viewPort
+    /// (points) are kept, and not used.
     static std::shared_ptr<RWTBaseShader> initWithVertexShader(const std::string& vertexShader,
-                                                               const std::string& fragmentShader, uint8_t* depthBuffer,
-                                                               CGSize viewPort);
+                                                               const std::string& fragmentShader,
+                                                               uint8_t* depthBuffer, CGSize viewPort);
 
     int32_t fractalColorCycling() const { return _fractalColorCycling; }
     /// Palette clock seconds per second; 0 stops the clock and sets it back.
@@ -56,14 +56,16 @@ class RWTBaseShader {
     /// Answers the shader's name whether compilation succeeded or not.
     GLuint shaderWithName(const std::string& name, GLenum type);
 
-    /// Makes the GL objects anew in the context that took the place of a lost one. View and palette clock go on.
+    /// Makes the GL objects anew in the context that took the place of a lost one. View and palette clock go
+    /// on.
     void rebuild();
 
     /// Guards a jump of the view against whoever else moves it.
     std::recursive_mutex& lock() { return _lock; }
 
   private:
-    RWTBaseShader(std::string vertexShader, std::string fragmentShader, uint8_t* depthBuffer, CGSize viewPort);
+    RWTBaseShader(std::string vertexShader, std::string fragmentShader, uint8_t* depthBuffer,
+                  CGSize viewPort);
 
     void lookUpLocations();
     void createTexture();
