@@ -4,6 +4,7 @@ precision highp float;
 precision highp int;
 
 varying vec4 vPlane;
+varying vec4 vPixel;
 varying vec2 vLimit;
 varying vec4 vBase;
 varying vec3 vEven;
@@ -18,7 +19,7 @@ vec3 palette(float count) {
 }
 
 void main() {
-    vec2 z = vPlane.xy + vPlane.zw;
+    vec2 z = vPlane.xy + (vPlane.zw + (gl_FragCoord.xy - vPixel.xy) * vPixel.zw);
     float limit = vLimit.x + vLimit.y;
     vec2 c = limit > 0.0 ? z : vec2(-0.8, 0.156);
     limit = abs(limit);

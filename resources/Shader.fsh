@@ -8,12 +8,13 @@
 // the same for all pixels comes in varyings, and the logarithm is taken once, after the loop.
 //
 // How it is deep. Where a pixel's step is too fine for floats, z is Z + d and c is C + e: Z and C on a lattice of
-// 2^-10, so coarse that Z^2 + C is exact in 24 bits, d and e small, so that 2 Z d + d^2 + e is rounded some 2^-34
+// 2^-11, so coarse that Z^2 + C is exact in 24 bits, d and e small, so that 2 Z d + d^2 + e is rounded some 2^-34
 // down. Each step moves what d has outgrown into Z. A rasteriser that cannot skip a loop pays one step for it.
 precision highp float;
 precision highp int;
 
 varying vec4 vPlane;
+varying vec4 vPixel;
 varying vec2 vLimit;
 varying vec4 vBase;
 varying vec3 vEven;
@@ -22,8 +23,8 @@ varying vec3 vOdd;
 const float kEscape = 64.0; // |z|^2
 // -0.8 + 0.156 i, plain, and as a point of the lattice and the rest.
 const vec2 kJulia = vec2(-0.8, 0.156);
-const vec2 kJuliaHigh = vec2(-819.0, 160.0) / 1024.0;
-const vec2 kJuliaLow = vec2(-0.2, -0.256) / 1024.0;
+const vec2 kJuliaHigh = vec2(-1638.0, 319.0) / 2048.0;
+const vec2 kJuliaLow = vec2(-0.4, 0.488) / 2048.0;
 
 // The palette's waves over a turn are polynomials, much like a cosine and a sine.
 vec3 palette(float count) {
@@ -47,7 +48,9 @@ bool insideLargeParts(vec2 c) {
 #define STEP t = (c.x + x * x) - y * y; y = (x + x) * y + c.y; x = t;
 
 void main() {
-    vec2 p = vPlane.xy + vPlane.zw;
+    // From the middle outwards, so that what is symmetric stays so to the last bit.
+    vec2 rest = vPlane.zw + (gl_FragCoord.xy - vPixel.xy) * vPixel.zw;
+    vec2 p = vPlane.xy + rest;
     bool mandelbrot = vLimit.x + vLimit.y > 0.0;
     float m0 = dot(p, p);
     bool far = m0 > kEscape;
@@ -56,8 +59,8 @@ void main() {
     float n = 0.0;
     float deepLimit = done ? 0.0 : abs(vLimit.y);
     if (deepLimit > 0.0) {
-        vec2 Z = floor(vPlane.xy * 1024.0 + 0.5) / 1024.0;
-        vec2 d = vPlane.zw;
+        vec2 Z = floor(vPlane.xy * 2048.0 + 0.5) / 2048.0;
+        vec2 d = rest;
         vec2 C = mandelbrot ? Z : kJuliaHigh;
         vec2 e = mandelbrot ? d : kJuliaLow;
         for (int i = 0; i < 256; ++i) {
@@ -65,7 +68,7 @@ void main() {
             vec2 a = vec2((C.x + Z.x * Z.x) - Z.y * Z.y, twice.x * Z.y + C.y);
             vec2 q = twice + d;
             vec2 b = vec2(q.x * d.x - q.y * d.y, (q.x + d.x) * d.y + twice.y * d.x) + e;
-            Z = floor((a + b) * 1024.0 + 0.5) / 1024.0;
+            Z = floor((a + b) * 2048.0 + 0.5) / 2048.0;
             d = (a - Z) + b;
             m = dot(Z, Z);
             n += 1.0;

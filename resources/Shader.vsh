@@ -11,7 +11,8 @@ uniform int uFractalColoring;
 uniform float uFractalColorCycling;
 uniform float uDwell;
 
-varying vec4 vPlane;  // the pixel's point is xy + zw: a point of the lattice of 2^-10, and the small rest
+varying vec4 vPlane;  // the middle of the view is xy + zw: a point of the lattice of 2^-11, and the small rest
+varying vec4 vPixel;  // xy: the middle in pixels; zw: plane units per pixel, with y upwards as in gl_FragCoord
 varying vec2 vLimit;  // iterations by plain and by split arithmetic, one of them 0; negative for Julia
 varying vec4 vBase;   // palette: red, green, blue without waves; w: its phase in turns
 varying vec3 vEven;   // palette: share of the even wave
@@ -29,7 +30,7 @@ float reachable(float v) {
 }
 
 float onLattice(float v) {
-    return abs(v) < 8.0 ? floor(v * 1024.0 + 0.5) / 1024.0 : v;
+    return abs(v) < 8.0 ? floor(v * 2048.0 + 0.5) / 2048.0 : v;
 }
 
 // A palette is the square of three square roots of colours: at its dark end, at its bright end half a turn later,
@@ -69,12 +70,14 @@ void choosePalette(int palette) {
 void main() {
     vec2 low = vec2(reachable(uFractalBounds.x), reachable(uFractalBounds.y));
     vec2 size = vec2(reachable(uFractalBounds.z), reachable(uFractalBounds.w)) - low;
-    vec2 corner = vec2(aPosition.x * 0.5 + 0.5, 0.5 - aPosition.y * 0.5);
-    vec2 base = vec2(onLattice(low.x), onLattice(low.y));
-    vPlane = vec4(base, (low - base) + corner * size);
+    vec2 middle = low + 0.5 * size;
+    vec2 base = vec2(onLattice(middle.x), onLattice(middle.y));
+    vPlane = vec4(base, (low - base) + 0.5 * size);
 
-    vec2 stepSize = abs(size) / (uResolution * uDeviceScale);
-    bool deep = min(stepSize.x, stepSize.y) < kDeepStep;
+    vec2 pixels = uResolution * uDeviceScale;
+    vec2 stepSize = size / pixels;
+    vPixel = vec4(0.5 * pixels, stepSize.x, -stepSize.y);
+    bool deep = min(abs(stepSize.x), abs(stepSize.y)) < kDeepStep;
     float limit = uFractalType == 2 ? -floor(uDwell) : floor(uDwell);
     vLimit = deep ? vec2(0.0, limit) : vec2(limit, 0.0);
 

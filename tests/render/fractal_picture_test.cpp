@@ -1,0 +1,232 @@
+// The shaders' pictures, drawn by a real GL: against a double-precision reference and the plain shader.
+// Shapes, depth, symmetry, the iteration limit and rectangles nobody should ask for.
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "hosts/headless/egl_context.h"
+#include "tests/support/fractal_drawing.h"
+#include "tests/support/fractal_reference.h"
+
+namespace {
+
+bool isBlack(const uint8_t* pixel) {
+    return pixel[0] == 0 && pixel[1] == 0 && pixel[2] == 0;
+}
+
+int difference(const uint8_t* a, const uint8_t* b) {
+    return std::max({std::abs(a[0] - b[0]), std::abs(a[1] - b[1]), std::abs(a[2] - b[2])});
+}
+
+class FractalPictureTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::string error;
+        context = EglContext::create(&error);
+        ASSERT_TRUE(context) << error;
+        ASSERT_TRUE(context->makeCurrent());
+        const std::string vertex = textOfFile(ZENTARO_RESOURCES_DIR "/Shader.vsh");
+        shader = std::make_unique<FractalProgram>(vertex, textOfFile(ZENTARO_RESOURCES_DIR "/Shader.fsh"));
+        naive = std::make_unique<FractalProgram>(vertex,
+                                                 textOfFile(ZENTARO_SOURCE_DIR "/bench/fractal_naive.fsh"));
+    }
+
+    void TearDown() override {
+        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+        shader.reset();
+        naive.reset();
+    }
+
+    static FractalPicture draw(const FractalProgram& program, const FractalView& view, int width, int height,
+                               bool rgb565 = false) {
+        const FractalTarget target(width, height, rgb565);
+        program.draw(target, view);
+        return target.read();
+    }
+
+    std::unique_ptr<EglContext> context;
+    std::unique_ptr<FractalProgram> shader;
+    std::unique_ptr<FractalProgram> naive;
+};
+
+struct NamedView {
+    const char* name;
+    FractalView view;
+};
+
+const NamedView kTop = {"top", {-3.6666667F, -1.5F, 1.6666667F, 1.5F}};
+const NamedView kFilament = {"filament", {-0.7463F, 0.1102F, -0.7413F, 0.1130F}};
+
+// Not among them: dust such as a whole Julia set's, where a float's rounding decides on one pixel in 200.
+const std::vector<NamedView> kMaskViews = {
+    kTop,
+    {"seahorse valley", {-0.78F, 0.10F, -0.70F, 0.145F}},
+    {"elephant valley", {0.25F, -0.01F, 0.33F, 0.035F}},
+    {"period-3 bulb", {-0.16F, 0.68F, -0.08F, 0.725F}},
+    {"deep, on the antenna", {-1.748760F, -0.0000045F, -1.748744F, 0.0000045F}},
+};
+
+TEST_F(FractalPictureTest, OnlyPointsThatDoNotEscapeAreBlack) {
+    constexpr int kWidth = 1280;
+    constexpr int kHeight = 720;
+    for (const NamedView& c : kMaskViews) {
+        const FractalPicture picture = draw(*shader, c.view, kWidth, kHeight, true);
+        const FractalCounts reference = referenceCounts(c.view, kWidth, kHeight);
+        int wrong = 0;
+        for (int y = 0; y < kHeight; ++y) {
+            for (int x = 0; x < kWidth; ++x) {
+                wrong += isBlack(picture.at(x, y)) == reference.escaped(x, y) ? 1 : 0;
+            }
+        }
+        EXPECT_LT(wrong * 1000.0, 3.0 * kWidth * kHeight) << c.name << ": " << wrong << " pixels";
+    }
+}
+
+// The colours of a picture in the order of the reference's counts: the palette has a period of 32 iterations,
+// and every sixteenth of an iteration stands for one colour.
+double shareOffPalette(const FractalPicture& picture, const FractalCounts& reference) {
+    constexpr int kSlots = 32 * 16;
+    const auto slotOf = [](double count) {
+        return static_cast<size_t>(std::lround((count - 32.0 * std::floor(count / 32.0)) * 16.0)) % kSlots;
+    };
+    std::vector<std::vector<int>> samples(kSlots);
+    const auto forEach = [&](auto&& visit) {
+        for (int y = 0; y < picture.height; ++y) {
+            for (int x = 0; x < picture.width; ++x) {
+                if (reference.escaped(x, y)) {
+                    visit(slotOf(reference.at(x, y)), picture.at(x, y)[1]);
+                }
+            }
+        }
+    };
+    forEach([&](size_t slot, int green) { samples[slot].push_back(green); });
+    std::vector<int> typical(kSlots, 0);
+    for (size_t i = 0; i < samples.size(); ++i) {
+        if (!samples[i].empty()) {
+            const auto middle = samples[i].begin() + static_cast<std::ptrdiff_t>(samples[i].size() / 2);
+            std::nth_element(samples[i].begin(), middle, samples[i].end());
+            typical[i] = *middle;
+        }
+    }
+    int all = 0;
+    int off = 0;
+    forEach([&](size_t slot, int green) {
+        ++all;
+        off += std::abs(green - typical[slot]) > 12 ? 1 : 0;
+    });
+    return static_cast<double>(off) / std::max(1, all);
+}
+
+// At these steps (1.2e-8 and below a float's resolution) plain floats put blocks of many pixels on one point.
+TEST_F(FractalPictureTest, DeepViewsAreCrisp) {
+    const std::vector<NamedView> views = {
+        {"filament", {-0.743643F, 0.131825F, -0.743643F + 0.0000045F, 0.131825F + 0.0000025F}},
+        {"seahorse", {-0.743650F, 0.131820F, -0.743646F, 0.1318223F}},
+        {"near -1.75", {-1.748750F, 0.0F, -1.748745F, 0.000003F}},
+        {"julia", {0.119850F, 0.3402F, 0.119854F, 0.3402023F, 2}},
+    };
+    for (const NamedView& c : views) {
+        const FractalPicture picture = draw(*shader, c.view, 320, 180);
+        const FractalCounts reference = referenceCounts(c.view, 320, 180);
+        EXPECT_LT(shareOffPalette(picture, reference), 0.02) << c.name;
+    }
+    // The measure itself sees the blocks of plain floats.
+    const FractalPicture blocky = draw(*naive, views[0].view, 320, 180);
+    EXPECT_GT(shareOffPalette(blocky, referenceCounts(views[0].view, 320, 180)), 0.05);
+}
+
+TEST_F(FractalPictureTest, TopEdgeShowsTheSmallestImaginaryPart) {
+    // The tip of the period-3 bulb's antenna lies at i; the rectangle holds it in its lower half only.
+    const FractalPicture picture = draw(*shader, {-0.4F, 0.0F, 0.4F, 1.2F}, 64, 96);
+    EXPECT_TRUE(isBlack(picture.at(32, 0)));
+    EXPECT_FALSE(isBlack(picture.at(32, 95)));
+}
+
+TEST_F(FractalPictureTest, JuliaIsSymmetricAboutItsCentre) {
+    const FractalPicture picture = draw(*shader, {-1.7777778F, -1.0F, 1.7777778F, 1.0F, 2}, 640, 360);
+    int asymmetric = 0;
+    for (int y = 0; y < 360; ++y) {
+        for (int x = 0; x < 640; ++x) {
+            asymmetric += difference(picture.at(x, y), picture.at(639 - x, 359 - y)) > 2 ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(asymmetric, 0);
+}
+
+TEST_F(FractalPictureTest, AgreesWithThePlainShader) {
+    struct Case {
+        NamedView named;
+        double allowedShare;
+    };
+    std::vector<Case> cases = {
+        {kTop, 0.0},
+        {kMaskViews[1], 0.0},
+        {kFilament, 0.0},
+        {kMaskViews[3], 0.0},
+        {{"julia", {-1.7777778F, -1.0F, 1.7777778F, 1.0F, 2}}, 0.005},
+        {{"far out", {-40.0F, -22.5F, 40.0F, 22.5F}}, 0.0},
+        {{"very far out", {-4000.0F, -2250.0F, 4000.0F, 2250.0F}}, 0.0},
+        {{"julia, far out", {-40.0F, -22.5F, 40.0F, 22.5F, 2}}, 0.005},
+    };
+    for (const float limit : {252.0F, 200.0F, 64.0F}) {
+        Case lower = cases[2];
+        lower.named.view.limit = limit;
+        cases.push_back(lower);
+    }
+    for (const Case& c : cases) {
+        const FractalPicture ours = draw(*shader, c.named.view, 640, 360);
+        const FractalPicture plain = draw(*naive, c.named.view, 640, 360);
+        int apart = 0;
+        for (int y = 0; y < 360; ++y) {
+            for (int x = 0; x < 640; ++x) {
+                apart += difference(ours.at(x, y), plain.at(x, y)) > 2 ? 1 : 0;
+            }
+        }
+        EXPECT_LE(apart, c.allowedShare * 640 * 360) << c.named.name << ", limit " << c.named.view.limit;
+    }
+}
+
+// Between two multiples of four the shader tells the last step from the continuous count, blurred by 1/100.
+TEST_F(FractalPictureTest, AnyLimitIsKept) {
+    for (const float limit : {65.0F, 101.5F, 126.0F, 255.0F}) {
+        FractalView view = kFilament.view;
+        view.limit = limit;
+        const FractalPicture ours = draw(*shader, view, 640, 360);
+        const FractalPicture plain = draw(*naive, view, 640, 360);
+        int apart = 0;
+        for (int y = 0; y < 360; ++y) {
+            for (int x = 0; x < 640; ++x) {
+                apart += isBlack(ours.at(x, y)) != isBlack(plain.at(x, y)) ? 1 : 0;
+            }
+        }
+        EXPECT_LT(apart, 640 * 360 / 2000) << "limit " << limit;
+    }
+}
+
+TEST_F(FractalPictureTest, HostileRectanglesDrawSomethingOpaque) {
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kInf = std::numeric_limits<float>::infinity();
+    const std::vector<FractalView> views = {
+        {kNan, kNan, kNan, kNan},       {-kInf, -kInf, kInf, kInf},       {0.0F, 0.0F, 0.0F, 0.0F},
+        {1.0F, 1.0F, -1.0F, -1.0F},     {-3e38F, -3e38F, 3e38F, 3e38F},   {0.0F, kNan, 1.0F, 1.0F},
+        {-1e20F, -1e20F, 1e20F, 1e20F}, {1e-40F, 1e-40F, 2e-40F, 2e-40F},
+    };
+    for (const FractalView& rectangle : views) {
+        for (const int type : {1, 2, -7}) {
+            FractalView view = rectangle;
+            view.type = type;
+            const FractalPicture picture = draw(*shader, view, 16, 16);
+            for (size_t i = 3; i < picture.bytes.size(); i += 4) {
+                ASSERT_EQ(picture.bytes[i], 255)
+                    << view.x1 << " " << view.y1 << " " << view.x2 << " " << view.y2;
+            }
+        }
+    }
+}
+
+}  // namespace
