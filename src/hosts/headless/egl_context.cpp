@@ -4,16 +4,15 @@
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
-
 #include <cstdio>
 #include <cstring>
 #include <utility>
 
 namespace {
 
-bool hasExtension(const char *list, const char *name) {
+bool hasExtension(const char* list, const char* name) {
     const size_t length = std::strlen(name);
-    for (const char *at = list; at != nullptr && (at = std::strstr(at, name)) != nullptr; at += length) {
+    for (const char* at = list; at != nullptr && (at = std::strstr(at, name)) != nullptr; at += length) {
         const bool starts = at == list || at[-1] == ' ';
         if (starts && (at[length] == ' ' || at[length] == '\0')) {
             return true;
@@ -22,33 +21,33 @@ bool hasExtension(const char *list, const char *name) {
     return false;
 }
 
-std::string lastEglError(const char *what) {
+std::string lastEglError(const char* what) {
     char text[96];
     std::snprintf(text, sizeof text, "%s (EGL error 0x%04x)", what, static_cast<unsigned>(eglGetError()));
     return text;
 }
 
 EGLDisplay surfacelessDisplay() {
-    const char *extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
+    const char* extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
     if (!hasExtension(extensions, "EGL_MESA_platform_surfaceless")) {
         return EGL_NO_DISPLAY;
     }
     const auto getDisplay = reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(
-        reinterpret_cast<void *>(eglGetProcAddress("eglGetPlatformDisplayEXT")));
+        reinterpret_cast<void*>(eglGetProcAddress("eglGetPlatformDisplayEXT")));
     return getDisplay == nullptr ? EGL_NO_DISPLAY
                                  : getDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
 }
 
-} // namespace
+}  // namespace
 
-// One initialised display. EGL hands out the same display for the same platform each time and closes it for all
-// users at once, so the contexts of a process share this and the last one closes it.
+// One initialised display. EGL hands out the same display for the same platform each time and closes it for
+// all users at once, so the contexts of a process share this and the last one closes it.
 class EglDisplayConnection {
-public:
+  public:
     explicit EglDisplayConnection(EGLDisplay display) : handle(display) {}
     ~EglDisplayConnection() { eglTerminate(handle); }
-    EglDisplayConnection(const EglDisplayConnection &) = delete;
-    EglDisplayConnection &operator=(const EglDisplayConnection &) = delete;
+    EglDisplayConnection(const EglDisplayConnection&) = delete;
+    EglDisplayConnection& operator=(const EglDisplayConnection&) = delete;
 
     static std::shared_ptr<EglDisplayConnection> open() {
         static std::weak_ptr<EglDisplayConnection> shared;
@@ -74,16 +73,16 @@ bool needsSurface(EGLDisplay display) {
     return !hasExtension(eglQueryString(display, EGL_EXTENSIONS), "EGL_KHR_surfaceless_context");
 }
 
-bool chooseConfig(EGLDisplay display, bool pixelBuffers, EGLConfig *config) {
-    const EGLint wanted[] = {
-        EGL_RENDERABLE_TYPE, EGL_OPENGL_ES2_BIT, EGL_SURFACE_TYPE, pixelBuffers ? EGL_PBUFFER_BIT : 0, EGL_NONE};
+bool chooseConfig(EGLDisplay display, bool pixelBuffers, EGLConfig* config) {
+    const EGLint wanted[] = {EGL_RENDERABLE_TYPE, EGL_OPENGL_ES2_BIT, EGL_SURFACE_TYPE,
+                             pixelBuffers ? EGL_PBUFFER_BIT : 0, EGL_NONE};
     EGLint count = 0;
     return eglChooseConfig(display, wanted, config, 1, &count) == EGL_TRUE && count > 0;
 }
 
-} // namespace
+}  // namespace
 
-std::unique_ptr<EglContext> EglContext::create(std::string *error) {
+std::unique_ptr<EglContext> EglContext::create(std::string* error) {
     const auto fail = [error](std::string why) {
         if (error != nullptr) {
             *error = std::move(why);
@@ -120,7 +119,7 @@ std::unique_ptr<EglContext> EglContext::create(std::string *error) {
     return std::unique_ptr<EglContext>(new EglContext(std::move(display), context, surface));
 }
 
-EglContext::EglContext(std::shared_ptr<EglDisplayConnection> display, void *context, void *surface)
+EglContext::EglContext(std::shared_ptr<EglDisplayConnection> display, void* context, void* surface)
     : _display(std::move(display)), _context(context), _surface(surface) {}
 
 EglContext::~EglContext() {
