@@ -130,7 +130,7 @@ class SceneBuilder {
                            "maximumWidth"});
         const Node name = node.at("class");
         const auto maker = _views.find(name.text());
-        const std::shared_ptr<UIView> view = maker == _views.end() ? nullptr : maker->second();
+        std::shared_ptr<UIView> view = maker == _views.end() ? nullptr : maker->second();
         if (!view) name.fail("unknown class \"" + name.text() + "\"");
         applyProperties(node, *view);
         applyToolbar(node, *view);
@@ -257,7 +257,7 @@ std::shared_ptr<UIViewController> UIStoryboard::instantiateInitialViewController
         scene.expectObject({"class", "view"});
         const Node name = scene.at("class");
         const auto maker = _controllers.find(name.text());
-        const auto controller = maker == _controllers.end() ? nullptr : maker->second();
+        auto controller = maker == _controllers.end() ? nullptr : maker->second();
         if (!controller) name.fail("unknown class \"" + name.text() + "\"");
         const auto view = SceneBuilder(_views, file, controller).view(scene.at("view"));
         view->setFrame({CGPointZero, size});

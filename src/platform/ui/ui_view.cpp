@@ -48,12 +48,12 @@ CGRect autoresized(CGRect frame, uint32_t mask, CGSize from, CGSize to) {
     return frame;
 }
 
-void runBlock(ViewAnimator::Timing timing, const std::function<void()>& animations,
+void runBlock(const ViewAnimator::Timing& timing, const std::function<void()>& animations,
               UIView::Completion completion) {
     struct OpenBlock {
         ~OpenBlock() { ViewAnimator::shared().endBlock(); }
     };
-    ViewAnimator::shared().beginBlock(std::move(timing), std::move(completion));
+    ViewAnimator::shared().beginBlock(timing, std::move(completion));
     const OpenBlock open;
     if (animations) animations();
 }

@@ -74,7 +74,7 @@ void ViewAnimator::reset() {
 void ViewAnimator::beginBlock(Timing timing, Completion completion) {
     timing.duration = timing.duration > 0 ? timing.duration : 0;
     timing.delay = timing.delay > 0 ? timing.delay : 0;
-    _openBlocks.push_back({std::move(timing), std::move(completion), _now, {}, {}});
+    _openBlocks.push_back({timing, std::move(completion), _now, {}, {}});
 }
 
 void ViewAnimator::endBlock() {

@@ -51,8 +51,8 @@ class ViewAnimator {
 
     /// An alpha lies in origin.x.
     struct Track {
-        UIView* view;
-        Property property;
+        UIView* view = nullptr;
+        Property property = Property::alpha;
         CGRect from;
         CGRect to;
     };

@@ -102,7 +102,7 @@ TEST_F(UIStoryboardTest, UnknownOutletsAndActionsAreLoggedAndSkipped) {
 TEST_F(UIStoryboardTest, EveryFaultIsOneLineThatSaysWhere) {
     std::string nested = R"({"class": "UIView", "frame": [0, 0, 1, 1]})";
     for (int i = 0; i < 40; ++i) {
-        nested = R"({"class": "UIView", "frame": [0, 0, 1, 1], "subviews": [)" + nested + "]}";
+        nested.insert(0, R"({"class": "UIView", "frame": [0, 0, 1, 1], "subviews": [)").append("]}");
     }
     const std::pair<std::string, const char*> faults[] = {
         {"", "parse error"},
