@@ -27,7 +27,7 @@ void addRectangle(cairo_t* cairo, CGRect rect) {
 
 void addPath(cairo_t* cairo, const UIBezierPath& path) {
     cairo_new_path(cairo);
-    if (!isDrawable(path.bounds())) return;
+    if (!path.isFinite()) return;
     for (const UIBezierPath::Element& element : path.elements()) {
         const auto& p = element.points;
         switch (element.verb) {

@@ -97,8 +97,9 @@ class PathReader {
             if (_path.isEmpty() && letter != 'M' && letter != 'm') return std::nullopt;
             if (!readCommand(letter)) return std::nullopt;
         }
-        const CGRect bounds = _path.bounds();
-        if (!std::isfinite(bounds.size.width) || !std::isfinite(bounds.size.height)) return std::nullopt;
+        if (!_path.isFinite() || !std::isfinite(_path.bounds().size.width + _path.bounds().size.height)) {
+            return std::nullopt;
+        }
         return std::move(_path);
     }
 

@@ -3,6 +3,7 @@
 #include "platform/graphics/ui_bezier_path.h"
 
 #include <algorithm>
+#include <cmath>
 #include <span>
 
 #include "platform/graphics/svg_path_reader.h"
@@ -102,6 +103,14 @@ void UIBezierPath::scaleAndMove(CGFloat scale, CGPoint offset) {
         for (CGPoint& p : element.points)
             p = {p.x * scale + offset.x, p.y * scale + offset.y};
     }
+}
+
+bool UIBezierPath::isFinite() const {
+    return std::all_of(_elements.begin(), _elements.end(), [](const Element& element) {
+        const auto points = usedPoints(element);
+        return std::all_of(points.begin(), points.end(),
+                           [](CGPoint p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+    });
 }
 
 CGRect UIBezierPath::bounds() const {

@@ -37,6 +37,8 @@ class UIBezierPath {
 
     const std::vector<Element>& elements() const { return _elements; }
     bool isEmpty() const { return _elements.empty(); }
+    /// False as soon as one coordinate is infinite or no number; such a path cannot be drawn.
+    bool isFinite() const;
     /// Of all points, control points included; zero for an empty path.
     CGRect bounds() const;
 
