@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <span>
 
 namespace {
 
@@ -52,6 +53,13 @@ struct Rgb565Reader {
     static uint32_t alpha(const uint8_t*) { return 255; }
 };
 
+struct OpaqueRgbaReader {
+    static constexpr bool hasAlpha = false;
+    static constexpr std::size_t step = 4;
+    uint32_t value(const uint8_t* pixel) const { return luminance(pixel[0], pixel[1], pixel[2]); }
+    static uint32_t alpha(const uint8_t*) { return 255; }
+};
+
 struct RgbaReader {
     static constexpr bool hasAlpha = true;
     static constexpr std::size_t step = 4;
@@ -62,17 +70,20 @@ struct RgbaReader {
     static uint32_t alpha(const uint8_t* pixel) { return pixel[3]; }
 };
 
-/// The source pixels behind one target pixel along one axis. Those between the first and the last count 256.
+/// The weights of one target pixel's source pixels along one axis add up to this.
+constexpr uint64_t wholeWeight = 65536;
+
+/// The source pixels behind one target pixel along one axis: a first, a last and what lies between. A single
+/// one has the first weight.
 struct Taps {
     int32_t first = 0;
     int32_t count = 0;
-    uint32_t firstWeight = 0;
-    uint32_t lastWeight = 0;
+    uint64_t firstWeight = 0;
+    uint64_t middleWeight = 0;
+    uint64_t lastWeight = 0;
 
-    uint32_t weight(int32_t i) const { return i == 0 ? firstWeight : i == count - 1 ? lastWeight : 256; }
-    uint64_t total() const {
-        if (count == 1) return firstWeight;
-        return uint64_t{firstWeight} + lastWeight + 256 * static_cast<uint64_t>(count - 2);
+    uint64_t weight(int32_t i) const {
+        return i == 0 ? firstWeight : i == count - 1 ? lastWeight : middleWeight;
     }
 };
 
@@ -104,20 +115,25 @@ class Axis {
         const int64_t length = int64_t{_sourceLength} * 256;
         const int64_t from = std::min(position(target), length - 256);
         const int64_t to = std::max(position(target + 1.0), from + 1);
-        Taps taps;
-        taps.first = static_cast<int32_t>(from >> 8);
-        taps.count = static_cast<int32_t>((to + 255) >> 8) - taps.first;
-        const int64_t firstEnd = std::min(to, (from | 255) + 1);
-        taps.firstWeight = static_cast<uint32_t>(firstEnd - from);
-        taps.lastWeight = static_cast<uint32_t>(to - (int64_t{taps.first + taps.count - 1} << 8));
-        return taps;
+        const auto first = static_cast<int32_t>(from >> 8);
+        const auto count = static_cast<int32_t>((to + 255) >> 8) - first;
+        if (count == 1) return {first, 1, wholeWeight, 0, 0};
+        const auto share = [whole = static_cast<uint64_t>(to - from)](int64_t part) {
+            return static_cast<uint64_t>(part) * wholeWeight / whole;
+        };
+        const uint64_t firstWeight = share(256 - (from & 255));
+        const uint64_t middleWeight = share(256);
+        return {first, count, firstWeight, middleWeight,
+                wholeWeight - firstWeight - middleWeight * static_cast<uint64_t>(count - 2)};
     }
 
     Taps interpolating(int32_t target) const {
         const double centre = (target + 0.5 - _start) * _scale - 0.5;
-        const auto at = static_cast<int64_t>(std::clamp(centre, 0.0, _sourceLength - 1.0) * 256 + 0.5);
-        const auto fraction = static_cast<uint32_t>(at & 255);
-        return {static_cast<int32_t>(at >> 8), fraction == 0 ? 1 : 2, 256 - fraction, fraction};
+        const double limit = _sourceLength - 1.0;
+        const auto at = static_cast<int64_t>(std::clamp(centre, 0.0, limit) * wholeWeight + 0.5);
+        const auto fraction = static_cast<uint64_t>(at) % wholeWeight;
+        const auto first = static_cast<int32_t>(at / static_cast<int64_t>(wholeWeight));
+        return {first, fraction == 0 ? 1 : 2, wholeWeight - fraction, 0, fraction};
     }
 
     int32_t _sourceLength;
@@ -143,13 +159,11 @@ class StripScaler {
         for (int32_t i = 0; i < rows.count; ++i) {
             addRow(_image.row(rows.first + i).data(), rows.weight(i));
         }
-        const uint64_t rowTotal = rows.total();
         for (std::size_t i = 0; i < _count; ++i) {
-            const uint64_t total = rowTotal * _taps[i].total();
             uint8_t& pixel = target[static_cast<std::size_t>(_begin) + i];
             uint64_t sum = _values[i];
-            if constexpr (Reader::hasAlpha) sum += (total - _alphas[i] / 255) * pixel;
-            pixel = static_cast<uint8_t>(std::min<uint64_t>((sum + total / 2) / total, 255));
+            if constexpr (Reader::hasAlpha) sum += (255 * whole - _alphas[i]) / 255 * pixel;
+            pixel = static_cast<uint8_t>(std::min<uint64_t>((sum + whole / 2) / whole, 255));
         }
     }
 
@@ -166,15 +180,18 @@ class StripScaler {
 
     template <class Component>
     static uint64_t weighted(const uint8_t* pixel, const Taps& taps, Component component) {
-        uint64_t sum = uint64_t{taps.firstWeight} * component(pixel);
+        uint64_t sum = taps.firstWeight * component(pixel);
         if (taps.count == 1) return sum;
         uint64_t middle = 0;
         for (int32_t i = 2; i < taps.count; ++i) {
             pixel += Reader::step;
             middle += component(pixel);
         }
-        return sum + 256 * middle + uint64_t{taps.lastWeight} * component(pixel + Reader::step);
+        return sum + taps.middleWeight * middle + taps.lastWeight * component(pixel + Reader::step);
     }
+
+    /// Both axes together.
+    static constexpr uint64_t whole = wholeWeight * wholeWeight;
 
     const CGImage& _image;
     const Reader _reader{};
@@ -199,22 +216,28 @@ void copyLuminance(const CGImage& image, const Axis& columns, const Axis& rows, 
                                static_cast<std::size_t>(columns.sourceOf(columns.begin)) * Reader::step;
         uint8_t* out = target.row(y);
         for (int32_t x = columns.begin; x < columns.end; ++x, pixel += Reader::step) {
-            out[x] = static_cast<uint8_t>(reader.value(pixel));
+            uint32_t value = reader.value(pixel);
+            if constexpr (Reader::hasAlpha) value += ((255 - Reader::alpha(pixel)) * out[x] + 127) / 255;
+            out[x] = static_cast<uint8_t>(std::min(value, 255U));
         }
     }
 }
 
 template <class Reader>
 void drawWith(const CGImage& image, const Axis& columns, const Axis& rows, const Target& target) {
-    if constexpr (!Reader::hasAlpha) {
-        if (columns.isIdentity() && rows.isIdentity())
-            return copyLuminance<Reader>(image, columns, rows, target);
-    }
+    if (columns.isIdentity() && rows.isIdentity()) return copyLuminance<Reader>(image, columns, rows, target);
     for (int32_t x = columns.begin; x < columns.end; x += stripWidth) {
         StripScaler<Reader> strip(image, columns, x, std::min(x + stripWidth, columns.end));
         for (int32_t y = rows.begin; y < rows.end; ++y)
             strip.scaleRow(rows.taps(y), target.row(y));
     }
+}
+
+bool isOpaque(std::span<const uint8_t> rgba) {
+    uint8_t all = 255;
+    for (std::size_t i = 3; i < rgba.size(); i += 4)
+        all &= rgba[i];
+    return all == 255;
 }
 
 }  // namespace
@@ -259,6 +282,7 @@ void CGBitmapContext::drawImage(CGRect rect, const CGImage& image) {
         case CGImageFormat::rgb565:
             return drawWith<Rgb565Reader>(image, columns, rows, target);
         case CGImageFormat::rgba8888:
+            if (isOpaque(image.pixels())) return drawWith<OpaqueRgbaReader>(image, columns, rows, target);
             return drawWith<RgbaReader>(image, columns, rows, target);
     }
 }
