@@ -101,7 +101,7 @@ bool AtomicFile::open(const std::string& path, mode_t mode) {
     _folder = parent.empty() ? "." : parent.string();
     if (!checkTarget()) return false;
     removeAbandonedFiles(_folder, _path);
-    return openUnnamed(mode) || openNamed(mode);
+    return (_unfinished == Unfinished::unnamedIfPossible && openUnnamed(mode)) || openNamed(mode);
 }
 
 bool AtomicFile::checkTarget() {

@@ -9,7 +9,11 @@
 
 class AtomicFile {
   public:
-    AtomicFile() = default;
+    /// Where unfinished content lies: without a name, where the file system can do that, or always under a
+    /// temporary one.
+    enum class Unfinished { unnamedIfPossible, named };
+
+    explicit AtomicFile(Unfinished unfinished = Unfinished::unnamedIfPossible) : _unfinished(unfinished) {}
     /// Without a commit nothing was ever there.
     ~AtomicFile() { discard(); }
     AtomicFile(const AtomicFile&) = delete;
@@ -34,6 +38,7 @@ class AtomicFile {
     bool openNamed(mode_t mode);
     bool giveName();
 
+    Unfinished _unfinished;
     std::string _path;    ///< links resolved
     std::string _folder;  ///< of _path
     std::string _temporary;

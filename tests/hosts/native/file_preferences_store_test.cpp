@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fcntl.h>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -17,6 +18,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "hosts/native/atomic_file.h"
 #include "platform/foundation/ns_user_defaults.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/temporary_folder.h"
@@ -65,23 +67,35 @@ std::vector<std::string> differentTexts() {
     return texts;
 }
 
-[[noreturn]] void writeForever(const std::string& path, const std::vector<std::string>& texts,
-                               std::size_t next) {
-    FilePreferencesStore store(path);
-    while (true)
-        store.save(texts[next++ % texts.size()]);
+using Save = std::function<bool(const std::string& path, const std::string& text)>;
+
+bool saveThroughStore(const std::string& path, const std::string& text) {
+    return FilePreferencesStore(path).save(text);
 }
 
-void killWritersAtRandomMoments(const std::filesystem::path& parent, int trials) {
+/// As on a file system that cannot hold files without names.
+bool saveUnderTemporaryName(const std::string& path, const std::string& text) {
+    AtomicFile file(AtomicFile::Unfinished::named);
+    return file.open(path, 0600) &&
+           file.write({reinterpret_cast<const uint8_t*>(text.data()), text.size()}) && file.commit();
+}
+
+[[noreturn]] void writeForever(const Save& save, const std::string& path,
+                               const std::vector<std::string>& texts, std::size_t next) {
+    while (true)
+        save(path, texts[next++ % texts.size()]);
+}
+
+void killWritersAtRandomMoments(const Save& save, const std::filesystem::path& parent, int trials) {
     const TemporaryFolder folder(parent);
     const std::string path = folder.file("settings.json");
     const auto texts = differentTexts();
     std::set<std::string> seen;
     std::mt19937 random(3);
-    ASSERT_TRUE(FilePreferencesStore(path).save(texts[0]));
+    ASSERT_TRUE(save(path, texts[0]));
     for (int trial = 0; trial < trials; ++trial) {
         const pid_t writer = ::fork();
-        if (writer == 0) writeForever(path, texts, static_cast<std::size_t>(trial));
+        if (writer == 0) writeForever(save, path, texts, static_cast<std::size_t>(trial));
         ASSERT_GT(writer, 0);
         ::usleep(200 + static_cast<useconds_t>(random() % 8000));
         ASSERT_EQ(::kill(writer, SIGKILL), 0);
@@ -93,18 +107,22 @@ void killWritersAtRandomMoments(const std::filesystem::path& parent, int trials)
         EXPECT_LE(folder.names().size(), 2U) << "what killed writers left is not removed";
     }
     EXPECT_GT(seen.size(), 10U) << "the writers came to nothing before they were killed";
-    ASSERT_TRUE(FilePreferencesStore(path).save(texts[1]));
+    ASSERT_TRUE(save(path, texts[1]));
     EXPECT_THAT(folder.names(), ElementsAre("settings.json"));
 }
 
 TEST(FilePreferencesStore, SurvivesAKillAtAnyMoment) {
-    killWritersAtRandomMoments(std::filesystem::temp_directory_path(), 150);
+    killWritersAtRandomMoments(saveThroughStore, std::filesystem::temp_directory_path(), 100);
+}
+
+TEST(FilePreferencesStore, SurvivesAKillAtAnyMomentWithNamedTemporaryFiles) {
+    killWritersAtRandomMoments(saveUnderTemporaryName, std::filesystem::temp_directory_path(), 100);
 }
 
 // A file system in memory writes so fast that kills fall between the other steps more often.
 TEST(FilePreferencesStore, SurvivesAKillAtAnyMomentInMemory) {
     if (::access("/dev/shm", W_OK) != 0) GTEST_SKIP() << "no /dev/shm here";
-    killWritersAtRandomMoments("/dev/shm", 100);
+    killWritersAtRandomMoments(saveThroughStore, "/dev/shm", 100);
 }
 
 TEST(FilePreferencesStore, RemovesOnlyAbandonedTemporaryFiles) {

@@ -11,25 +11,15 @@
 namespace {
 
 std::string describe(const UIBezierPath& path) {
+    constexpr char letters[] = {'M', 'L', 'C', 'Z'};
     std::string text;
     for (const auto& element : path.elements()) {
-        const auto& p = element.points;
         if (!text.empty()) text += ' ';
-        switch (element.verb) {
-            case UIBezierPath::Verb::move:
-                text += "M" + NSStringFromCGPoint(p[2]);
-                break;
-            case UIBezierPath::Verb::line:
-                text += "L" + NSStringFromCGPoint(p[2]);
-                break;
-            case UIBezierPath::Verb::curve:
-                text +=
-                    "C" + NSStringFromCGPoint(p[0]) + NSStringFromCGPoint(p[1]) + NSStringFromCGPoint(p[2]);
-                break;
-            case UIBezierPath::Verb::close:
-                text += "Z";
-                break;
-        }
+        text += letters[static_cast<std::size_t>(element.verb)];
+        const bool curve = element.verb == UIBezierPath::Verb::curve;
+        if (curve) text += NSStringFromCGPoint(element.points[0]);
+        if (curve) text += NSStringFromCGPoint(element.points[1]);
+        if (element.verb != UIBezierPath::Verb::close) text += NSStringFromCGPoint(element.points[2]);
     }
     return text;
 }
