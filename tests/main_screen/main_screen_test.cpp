@@ -185,6 +185,24 @@ TEST_F(MainScreen, TheToolbarFadesOutAndBackToTheAlphaOfItsLayout) {
     EXPECT_NEAR(menuAlpha(), shown, 1e-6);
 }
 
+TEST_F(MainScreen, TheToolbarIsBlendedOverTheFractalFromTheSecondFrameOn) {
+    start(CGSizeMake(640, 360));
+    const CGImageRef bare = host->screenPicture();
+    host->step();
+    const CGImageRef covered = host->screenPicture();
+    const CGRect bar = screen->menuView->frame();
+    int changed = 0;
+    for (int32_t y = 0; y < 360; ++y) {
+        for (int32_t x = 0; x < 640; ++x) {
+            const bool differs = bare->colorAt(x, y) != covered->colorAt(x, y);
+            EXPECT_TRUE(!differs || y >= static_cast<int32_t>(bar.origin.y)) << x << ", " << y;
+            changed += differs;
+        }
+    }
+    EXPECT_GT(changed, 10000);
+    EXPECT_THAT(log, IsEmpty());
+}
+
 TEST_F(MainScreen, AFadeThatIsTurnedRoundGoesOnFromWhereItIs) {
     start();
     screen->hideMenu(true);
@@ -209,8 +227,10 @@ TEST_F(MainScreen, AFadeThatIsTurnedRoundGoesOnFromWhereItIs) {
 
 TEST_F(MainScreen, TouchesOnTheToolbarBesideItsButtonsEndThere) {
     start(CGSizeMake(1280, 720));
-    const CGRect bar = screen->menuView->frame();
-    host->tap(CGPointMake(CGRectGetMinX(bar) + 1, CGRectGetMidY(bar)));
+    CGPoint beside = CGPointMake(640, CGRectGetMidY(screen->menuView->frame()));
+    while (screen->view()->hitTest(beside) != screen->menuView)
+        ++beside.x;
+    host->tap(beside);
     EXPECT_FALSE(screen->isMenuHiding());
     const auto button = screen->colorButton->view();
     ASSERT_TRUE(button);
@@ -293,7 +313,7 @@ TEST_F(MainScreen, ResizingKeepsCentreAndHeightAndFitsTheWidth) {
 }
 
 TEST_F(MainScreen, AWindowHigherThanWideShowsASquareBetweenBlackBars) {
-    start(CGSizeMake(300, 300));
+    start();
     host->resize(CGSizeMake(300, 500));
     for (const bool retained : {false, true}) {
         screen->glkView()->setRetainedBacking(retained);

@@ -13,7 +13,7 @@ constexpr GLfloat corners[8] = {0, 0, 0, 1, 1, 0, 1, 1};
 constexpr const char* vertexSource = R"(
 attribute vec2 aCorner;
 uniform vec4 uPlace;
-uniform float uCanvas;
+uniform mediump float uCanvas;
 varying vec2 vTexture;
 void main() {
     vTexture = vec2(aCorner.x, mix(aCorner.y, 1.0 - aCorner.y, uCanvas));
@@ -24,7 +24,7 @@ void main() {
 constexpr const char* fragmentSource = R"(
 precision mediump float;
 uniform sampler2D uTexture;
-uniform float uCanvas;
+uniform mediump float uCanvas;
 varying highp vec2 vTexture;
 void main() {
     vec4 color = texture2D(uTexture, vTexture);
