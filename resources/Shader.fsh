@@ -14,6 +14,7 @@ precision highp float;
 precision highp int;
 
 varying vec4 vPlane;
+varying vec2 vCorner;
 varying vec4 vPixel;
 varying vec2 vLimit;
 varying vec4 vBase;
@@ -48,8 +49,9 @@ bool insideLargeParts(vec2 c) {
 #define STEP t = (c.x + x * x) - y * y; y = (x + x) * y + c.y; x = t;
 
 void main() {
-    // From the middle outwards, so that what is symmetric stays so to the last bit.
-    vec2 rest = vPlane.zw + (gl_FragCoord.xy - vPixel.xy) * vPixel.zw;
+    // Whole pixels from the middle outwards, so that what is symmetric stays so to the last bit, and a tile of a larger
+    // picture has the very pixels of the whole.
+    vec2 rest = vPlane.zw + ((floor(vCorner) + 0.5) - vPixel.xy) * vPixel.zw;
     vec2 p = vPlane.xy + rest;
     bool mandelbrot = vLimit.x + vLimit.y > 0.0;
     float m0 = dot(p, p);

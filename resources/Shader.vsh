@@ -12,7 +12,8 @@ uniform float uFractalColorCycling;
 uniform float uDwell;
 
 varying vec4 vPlane;  // the middle of the view is xy + zw: a point of the lattice of 2^-11, and the small rest
-varying vec4 vPixel;  // xy: the middle in pixels; zw: plane units per pixel, with y upwards as in gl_FragCoord
+varying vec2 vCorner; // pixels from the picture's bottom left, wherever the viewport lies
+varying vec4 vPixel;  // xy: the middle in these pixels; zw: plane units per pixel, with y upwards
 varying vec2 vLimit;  // iterations by plain and by split arithmetic, one of them 0; negative for Julia
 varying vec4 vBase;   // palette: red, green, blue without waves; w: its phase in turns
 varying vec3 vEven;   // palette: share of the even wave
@@ -68,6 +69,7 @@ void main() {
 
     vec2 pixels = uResolution * uDeviceScale;
     vec2 stepSize = size / pixels;
+    vCorner = (0.5 * aPosition + 0.5) * pixels;
     vPixel = vec4(0.5 * pixels, stepSize.x, -stepSize.y);
     bool deep = min(abs(stepSize.x), abs(stepSize.y)) < kDeepStep;
     float limit = uFractalType == 2 ? -floor(uDwell) : floor(uDwell);
