@@ -11,7 +11,7 @@ RUN_PACKAGES=(
 )
 # What the tests take on top: their library, a virtual display with a hand on it, checkers of the sources.
 TEST_PACKAGES=(
-    libgtest-dev libgmock-dev xvfb xauth xdotool x11-utils imagemagick clang-format clang-tidy shellcheck
+    libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils imagemagick clang-format clang-tidy shellcheck
 )
 
 say() { printf 'zentaro: %s\n' "$*" >&2; }

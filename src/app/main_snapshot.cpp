@@ -1,12 +1,11 @@
 // The start for one picture: the app on the headless host, drawn in bands straight into the file.
 // Settings are read at most, never written; the file appears whole or not at all.
+#include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,28 +33,88 @@ void setView(GameViewController& screen, const SnapshotOptions& options) {
     screen.jumpTox1(x1, y1, x2, y2, screen.fractalType(), screen.shader()->fractalColoring());
 }
 
-/// Empty for success, else why there is no picture.
-std::string drawInto(PictureFileWriter& file, GameViewController& screen, UIWindow& window,
-                     bool withOverlay) {
-    const std::shared_ptr<GLKView> view = screen.glkView();
-    const int32_t width = view->drawableWidth();
-    OverlayBands overlay(window, width, UIScreen::mainScreen().scale());
-    std::vector<uint8_t> rows;
-    int32_t row = 0;
-    std::string mistake;
-    const bool drawn = view->snapshotInTiles(0, [&](std::span<const uint8_t> fractal, int32_t count) {
-        rows.assign(fractal.begin(), fractal.end());
-        if (withOverlay && !overlay.blendOnto(rows, row, count)) {
-            mistake = "no memory to draw the toolbar";
-        } else if (!file.writeRows(rows)) {
-            mistake = file.error();
+/// The picture's rows as they become complete: the fractal where its view lies on the screen, black beside
+/// it, the toolbar above.
+class ScreenRows {
+  public:
+    ScreenRows(PictureFileWriter& file, GLKView& view, UIWindow& window, bool withOverlay)
+        : _file(file), _withOverlay(withOverlay), _scale(UIScreen::mainScreen().scale()) {
+        const CGRect place = view.convertRectToWindow(view.bounds());
+        const CGSize screen = UIScreen::mainScreen().bounds().size;
+        _width = pixelsForPoints(screen.width, _scale);
+        _height = pixelsForPoints(screen.height, _scale);
+        _left = pixelsForPoints(CGRectGetMinX(place), _scale);
+        _top = pixelsForPoints(CGRectGetMinY(place), _scale);
+        _fractalBytes = static_cast<std::size_t>(view.drawableWidth()) * 3;
+        _overlay.emplace(window, _width, _scale);
+    }
+
+    int32_t width() const { return _width; }
+    int32_t height() const { return _height; }
+    /// Empty while all is well.
+    const std::string& mistake() const { return _mistake; }
+
+    bool begin() { return writeBlack(_top); }
+    bool write(std::span<const uint8_t> fractal, int32_t count) {
+        _rows.assign(rowBytes() * static_cast<std::size_t>(count), 0);
+        for (std::size_t y = 0; y < static_cast<std::size_t>(count); ++y) {
+            const auto row = fractal.subspan(y * _fractalBytes, _fractalBytes);
+            std::ranges::copy(row, _rows.begin() + static_cast<std::ptrdiff_t>(y * rowBytes()) + 3 * _left);
         }
-        row += count;
-        return mistake.empty();
+        return writeRows(count);
+    }
+    bool end() { return writeBlack(_height - _row); }
+
+  private:
+    static constexpr int32_t kBlackRows = 64;
+
+    std::size_t rowBytes() const { return static_cast<std::size_t>(_width) * 3; }
+
+    bool writeBlack(int32_t count) {
+        for (int32_t band = 0; count > 0; count -= band) {
+            band = std::min(count, kBlackRows);
+            _rows.assign(rowBytes() * static_cast<std::size_t>(band), 0);
+            if (!writeRows(band)) return false;
+        }
+        return true;
+    }
+
+    bool writeRows(int32_t count) {
+        if (_withOverlay && !_overlay->blendOnto(_rows, _row, count)) {
+            _mistake = "no memory to draw the toolbar";
+        } else if (!_file.writeRows(_rows)) {
+            _mistake = _file.error();
+        }
+        _row += count;
+        return _mistake.empty();
+    }
+
+    PictureFileWriter& _file;
+    bool _withOverlay;
+    double _scale;
+    int32_t _width = 0;
+    int32_t _height = 0;
+    int32_t _left = 0;
+    int32_t _top = 0;
+    int32_t _row = 0;
+    std::size_t _fractalBytes = 0;
+    std::optional<OverlayBands> _overlay;
+    std::vector<uint8_t> _rows;
+    std::string _mistake;
+};
+
+/// Empty for success, else why there is no picture.
+std::string drawInto(const SnapshotOptions& options, GLKView& view, UIWindow& window) {
+    PictureFileWriter file;
+    ScreenRows rows(file, view, window, options.screen);
+    if (!file.open(options.file, rows.width(), rows.height())) return file.error();
+    const bool drawn = rows.begin() && view.snapshotInTiles(0, [&](auto fractal, int32_t count) {
+        return rows.write(fractal, count);
     });
-    if (mistake.empty() && !drawn) mistake = "the GPU cannot draw a picture of this size";
-    if (mistake.empty() && !file.finish()) mistake = file.error();
-    return mistake;
+    if (!rows.mistake().empty()) return rows.mistake();
+    if (!drawn) return "the GPU cannot draw a picture of this size";
+    if (!rows.end()) return rows.mistake();
+    return file.finish() ? std::string() : file.error();
 }
 
 std::string whyUnreadable(const std::string& path, const FilePreferencesStore& file) {
@@ -64,8 +123,10 @@ std::string whyUnreadable(const std::string& path, const FilePreferencesStore& f
 
 void printLine(GameViewController& screen, Clock::time_point begun) {
     const double took = std::chrono::duration<double, std::milli>(Clock::now() - begun).count();
-    std::printf("%dx%d pixels, %s, iteration limit %d, %.0f ms\n", screen.glkView()->drawableWidth(),
-                screen.glkView()->drawableHeight(),
+    const CGSize size = UIScreen::mainScreen().bounds().size;
+    const double scale = UIScreen::mainScreen().scale();
+    std::printf("%dx%d pixels, %s, iteration limit %d, %.0f ms\n", pixelsForPoints(size.width, scale),
+                pixelsForPoints(size.height, scale),
                 screen.coordinatesForDeeplink(screen.shader()->fractalBounds()).c_str(),
                 static_cast<int>(screen.shader()->dwell()), took);
 }
@@ -78,10 +139,7 @@ int drawPicture(HeadlessHost& host, const SnapshotOptions& options, Clock::time_
     if (!host.hasOpenGL()) return failStart("cannot draw without OpenGL ES 2.0: " + host.openGLError());
     setView(*screen, options);
     window->layoutIfNeeded();
-    PictureFileWriter file;
-    const bool opened =
-        file.open(options.file, screen->glkView()->drawableWidth(), screen->glkView()->drawableHeight());
-    const std::string mistake = opened ? drawInto(file, *screen, *window, options.screen) : file.error();
+    const std::string mistake = drawInto(options, *screen->glkView(), *window);
     if (!mistake.empty()) return failStart(mistake);
     printLine(*screen, begun);
     return 0;

@@ -58,6 +58,13 @@ class ChildProcess {
         });
     }
 
+    /// Listens until its first line of output is there; nothing if the program ends or the time runs out
+    /// first.
+    std::optional<std::string> firstLine(double seconds) {
+        if (!listen(seconds, [&] { return _text[0].find('\n') != std::string::npos; })) return std::nullopt;
+        return _text[0].substr(0, _text[0].find('\n'));
+    }
+
     /// Its exit status, 128 plus the number of the signal that ended it, or nothing if it runs on.
     std::optional<int> wait(double seconds) {
         listen(seconds, [] { return false; });

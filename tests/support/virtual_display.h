@@ -11,9 +11,7 @@ class VirtualDisplay {
     VirtualDisplay()
         : _server(
               {"Xvfb", "-displayfd", "1", "-screen", "0", "1600x1000x24", "-nolisten", "tcp", "-noreset"}) {
-        if (_server.waitForText("\n", 20)) {
-            _name = ":" + _server.out().substr(0, _server.out().find('\n'));
-        }
+        if (const auto number = _server.firstLine(20)) _name = ":" + *number;
     }
 
     /// NO where Xvfb is not installed.

@@ -24,12 +24,13 @@ std::shared_ptr<EAGLContext> EAGLContext::initWithAPI(EAGLRenderingAPI) {
 }
 
 EAGLContext::~EAGLContext() {
-    _surface->destroyContext();
+    if (!_surfaceLife.expired()) _surface->destroyContext();
 }
 
 bool EAGLContext::setCurrentContext(const std::shared_ptr<EAGLContext>& context) {
     if (!context) {
-        if (const auto former = current().lock()) former->_surface->clearCurrent();
+        const auto former = current().lock();
+        if (former && !former->_surfaceLife.expired()) former->_surface->clearCurrent();
         current().reset();
         return true;
     }

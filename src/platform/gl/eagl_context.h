@@ -25,6 +25,9 @@ class EAGLContext {
     GLSurface& surface() const { return *_surface; }
 
   private:
-    explicit EAGLContext(GLSurface* surface) : _surface(surface) {}
+    explicit EAGLContext(GLSurface* surface) : _surface(surface), _surfaceLife(surface->life()) {}
+
     GLSurface* _surface;
+    /// Tests keep an app's objects longer than its host.
+    std::weak_ptr<const void> _surfaceLife;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 class GLSurface {
@@ -24,6 +25,12 @@ class GLSurface {
 
     /// Shows what was drawn into the screen's framebuffer.
     virtual void present() = 0;
+
+    /// Expires with the surface: objects that may outlive a host ask before they call it.
+    std::weak_ptr<const void> life() const { return _life; }
+
+  private:
+    std::shared_ptr<const void> _life = std::make_shared<char>();
 };
 
 /// The surface of this run; the host sets it at start. Null where there is none.

@@ -1,0 +1,216 @@
+// The program's pictures from the command line, and what it says when it cannot draw one.
+// The program itself is started, without a display.
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "tests/support/child_process.h"
+#include "tests/support/picture.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr double kPatience = 120;
+
+struct Ended {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+class Snapshot : public testing::Test {
+  protected:
+    Ended zentaro(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), ZENTARO_EXECUTABLE);
+        ChildProcess program(arguments,
+                             {{"DISPLAY", std::nullopt},
+                              {"WAYLAND_DISPLAY", std::nullopt},
+                              {"XDG_RUNTIME_DIR", std::nullopt},
+                              {"SDL_VIDEODRIVER", std::nullopt},
+                              {"XDG_CONFIG_HOME", _folder.file("config")}},
+                             _folder.file(""));
+        const int status = program.wait(kPatience).value_or(-1);
+        return {status, program.out(), program.err()};
+    }
+    Picture draw(const std::string& file, std::vector<std::string> more) {
+        more.insert(more.begin(), {"--snapshot", file});
+        const Ended ended = zentaro(more);
+        EXPECT_EQ(ended.status, 0) << ended.err;
+        return readPicture(_folder.file(file));
+    }
+    static long linesIn(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
+
+    TemporaryFolder _folder;
+};
+
+TEST_F(Snapshot, OneLineSaysWhatWasDrawn) {
+    const Ended ended =
+        zentaro({"--snapshot", "a.png", "--size", "320x180", "--scale", "2", "--view", "-0.5,-0.5,0.5,0.5"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.err, "");
+    EXPECT_THAT(ended.out,
+                testing::MatchesRegex("640x360 pixels, http://[^/]+/mandelbrot/-0\\.888889/-0\\.500000/"
+                                      "0\\.888889/0\\.500000, iteration limit 256, [0-9]+ ms\n"));
+    const Picture picture = readPicture(_folder.file("a.png"));
+    EXPECT_EQ(picture.width, 640);
+    EXPECT_EQ(picture.height, 360);
+    EXPECT_THAT(_folder.names(), testing::UnorderedElementsAre("a.png")) << "no settings, nothing beside it";
+}
+
+TEST_F(Snapshot, TheFractalFillsThePicture) {
+    const Picture picture = draw("a.png", {"--size", "640x360"});
+    // The top view: inside is the origin, 11/16 from the left; outside, colours and nowhere the clear colour.
+    EXPECT_EQ(picture.at(440, 180), (Rgb{0, 0, 0}));
+    EXPECT_GT(picture.countColors(), 200U);
+    EXPECT_EQ(picture.count({255, 0, 255}), 0U);
+    EXPECT_NE(picture.at(5, 5), (Rgb{0, 0, 0}));
+}
+
+TEST_F(Snapshot, TypePaletteAndViewAreTheOnesAskedFor) {
+    const Picture mandelbrot = draw("a.png", {"--size", "320x180"});
+    const Picture julia = draw("b.png", {"--size", "320x180", "--type", "julia"});
+    const Picture palette = draw("c.png", {"--size", "320x180", "--palette", "4"});
+    const Picture view = draw("d.png", {"--size", "320x180", "--view", "-0.8,0,-0.7,0.1"});
+    EXPECT_NE(julia.bytes, mandelbrot.bytes);
+    EXPECT_NE(view.bytes, mandelbrot.bytes);
+    EXPECT_NE(palette.bytes, mandelbrot.bytes);
+    EXPECT_EQ(palette.count({0, 0, 0}), mandelbrot.count({0, 0, 0})) << "black is the set, in every palette";
+}
+
+TEST_F(Snapshot, JpegByItsEnding) {
+    const Picture jpeg = draw("a.JPG", {"--size", "320x180"});
+    EXPECT_THAT(contentOf(_folder.file("a.JPG")), testing::StartsWith("\xFF\xD8"));
+    const Picture png = draw("a.png", {"--size", "320x180"});
+    EXPECT_EQ(jpeg.width, 320);
+    EXPECT_LT(meanDifference(jpeg, png), 6) << "levels";
+}
+
+TEST_F(Snapshot, TheScreenHasTheToolbarAndTheSameFractal) {
+    const std::vector<std::string> size{"--size", "640x360"};
+    const Picture fractal = draw("a.png", size);
+    const Picture screen = draw("b.png", {"--size", "640x360", "--screen"});
+    EXPECT_EQ(differingRows(fractal, screen, 0, 250), 0U) << "nothing but the fractal above the toolbar";
+    EXPECT_GT(differingRows(fractal, screen, 290, 360), 30U);
+    const Picture large = draw("c.png", {"--size", "640x360", "--scale", "2", "--screen"});
+    EXPECT_LT(meanDifference(halved(large), screen), 6) << "the same screen with twice the pixels";
+}
+
+TEST_F(Snapshot, BandsOfALargeScreenMeetWithoutASeam) {
+    // Higher than a band of the fractal, and with a toolbar higher than a band of the overlay.
+    const Picture screen = draw("a.png", {"--size", "800x500", "--scale", "4", "--screen"});
+    const Picture once = draw("b.png", {"--size", "800x500", "--screen"});
+    EXPECT_EQ(screen.height, 2000);
+    EXPECT_LT(meanDifference(halved(halved(screen)), once), 8);
+}
+
+TEST_F(Snapshot, APictureHigherThanWideHasTheSizeAskedForAndASquareOfFractal) {
+    const Picture picture = draw("a.png", {"--size", "200x300"});
+    EXPECT_EQ(picture.width, 200);
+    EXPECT_EQ(picture.height, 300);
+    EXPECT_EQ(picture.at(100, 10), (Rgb{0, 0, 0}));
+    EXPECT_EQ(picture.at(100, 290), (Rgb{0, 0, 0}));
+    EXPECT_NE(picture.at(3, 55), (Rgb{0, 0, 0}));
+    EXPECT_NE(picture.at(3, 245), (Rgb{0, 0, 0}));
+}
+
+TEST_F(Snapshot, SettingsAreReadFromTheFileNamedAndNeverWritten) {
+    const std::string settings = R"({"fractalColoring": 3, "fractalType": 2})";
+    writeFile(_folder.file("s.json"), settings);
+    const Picture asSaved = draw("a.png", {"--size", "320x180", "--defaults", "s.json"});
+    const Picture asked = draw("b.png", {"--size", "320x180", "--type", "julia", "--palette", "3"});
+    EXPECT_EQ(asSaved.bytes, asked.bytes);
+    draw("c.png", {"--size", "320x180", "--defaults", "s.json", "--type", "mandelbrot"});
+    EXPECT_EQ(contentOf(_folder.file("s.json")), settings);
+}
+
+TEST_F(Snapshot, DamagedSettingsAreReportedAndLeftAlone) {
+    writeFile(_folder.file("s.json"), "{ nonsense");
+    const Ended ended = zentaro({"--snapshot", "a.png", "--size", "64x36", "--defaults", "s.json"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(linesIn(ended.err), 1) << ended.err;
+    EXPECT_THAT(_folder.names(), testing::UnorderedElementsAre("a.png", "s.json"));
+}
+
+TEST_F(Snapshot, WhatCannotBeWrittenIsOneLineAndLeavesNothing) {
+    fs::create_directory(_folder.file("folder.png"));
+    const std::vector<std::vector<std::string>> rows{
+        {"--snapshot", "nowhere/a.png"},
+        {"--snapshot", "folder.png"},
+        {"--snapshot", "folder.png/a.png/b.png"},
+        {"--snapshot", "a.gif"},
+        {"--snapshot", "a.png", "--size", "0x0"},
+        {"--snapshot", "a.png", "--view", "0,0,10,1"},
+        {"--snapshot", "a.png", "--defaults", "nowhere.json"},
+        {"--snapshot", "a.png", "--defaults", "folder.png"},
+        {"--screen"},
+        {"--nonsense"},
+    };
+    for (const auto& row : rows) {
+        const Ended ended = zentaro(row);
+        EXPECT_EQ(ended.status, 2) << row.back();
+        EXPECT_EQ(linesIn(ended.err), 1) << ended.err;
+        EXPECT_THAT(ended.err, testing::StartsWith("zentaro: "));
+        EXPECT_THAT(ended.out, IsEmpty());
+        EXPECT_THAT(_folder.names(), testing::ElementsAre("folder.png"));
+    }
+}
+
+TEST_F(Snapshot, AnOlderPictureStaysUntilTheNewOneIsWhole) {
+    writeFile(_folder.file("a.png"), "older");
+    ChildProcess program({ZENTARO_EXECUTABLE, "--snapshot", "a.png", "--size", "8000x8000"},
+                         {{"DISPLAY", std::nullopt}}, _folder.file(""));
+    EXPECT_FALSE(program.wait(0.7)) << "it cannot be finished yet";
+    program.signal(SIGKILL);
+    program.wait(5);
+    EXPECT_EQ(contentOf(_folder.file("a.png")), "older");
+}
+
+TEST_F(Snapshot, HelpAndVersionGoToTheOutput) {
+    for (const char* option : {"--help", "--version"}) {
+        const Ended ended = zentaro({option});
+        EXPECT_EQ(ended.status, 0);
+        EXPECT_EQ(ended.err, "");
+        EXPECT_THAT(ended.out, testing::AnyOf(HasSubstr("Zentaro"), HasSubstr("zentaro")));
+    }
+}
+
+TEST_F(Snapshot, WithoutADisplayAPlainStartDrawsAPictureInstead) {
+    const Ended ended = zentaro({});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_THAT(ended.err, testing::MatchesRegex("zentaro: no display: [^\n]*zentaro\\.png instead\n"));
+    const Picture picture = readPicture(_folder.file("zentaro.png"));
+    EXPECT_EQ(picture.width, 1280);
+    EXPECT_EQ(picture.height, 720);
+}
+
+TEST_F(Snapshot, WithoutADisplayWindowOptionsAreAMistake) {
+    for (const char* option : {"--fullscreen", "--verbose", "--size=640x360"}) {
+        const Ended ended = zentaro({option});
+        EXPECT_EQ(ended.status, 2);
+        EXPECT_THAT(ended.err, HasSubstr("no display"));
+        EXPECT_EQ(linesIn(ended.err), 1) << ended.err;
+        EXPECT_THAT(_folder.names(), IsEmpty());
+    }
+}
+
+TEST_F(Snapshot, WithoutOpenGLItSaysSo) {
+    ChildProcess program(
+        {ZENTARO_EXECUTABLE, "--snapshot", "a.png"},
+        {{"LIBGL_DRIVERS_PATH", _folder.file("")}, {"__EGL_VENDOR_LIBRARY_DIRS", _folder.file("")}},
+        _folder.file(""));
+    EXPECT_EQ(program.wait(kPatience), 2);
+    EXPECT_THAT(program.err(), HasSubstr("Failed to create ES context"));
+    EXPECT_THAT(program.err(), HasSubstr("zentaro: cannot draw without OpenGL ES 2.0"));
+    EXPECT_THAT(_folder.names(), IsEmpty());
+}
+
+}  // namespace

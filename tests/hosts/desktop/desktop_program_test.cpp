@@ -1,0 +1,291 @@
+// The program in a window, as the user has it: started under a virtual display, with keys, clicks and the
+// window's own buttons, looked at from outside.
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "app/ios_app_delegate.h"
+#include "hosts/headless/headless_host.h"
+#include "main_screen/game_view_controller.h"
+#include "tests/support/child_process.h"
+#include "tests/support/picture.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/virtual_display.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr double kPatience = 30;
+
+class DesktopProgram : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!_display.isAvailable()) GTEST_SKIP() << "Xvfb is not installed";
+    }
+    void TearDown() override {
+        if (!_program) return;
+        EXPECT_THAT(_program->err(), Not(HasSubstr("OpenGL error")));
+        EXPECT_THAT(_program->err(), Not(HasSubstr("GLSL")));
+        EXPECT_THAT(_program->err(), Not(HasSubstr("cannot be drawn")));
+    }
+
+    std::vector<ChildProcess::Variable> environment() const {
+        return {{"DISPLAY", _display.name()},
+                {"WAYLAND_DISPLAY", std::nullopt},
+                {"XDG_CONFIG_HOME", _folder.file("config")}};
+    }
+    std::string settingsFile() const { return _folder.file("config/zentaro/settings.json"); }
+
+    void start(std::vector<std::string> more = {}) {
+        more.insert(more.begin(), {ZENTARO_EXECUTABLE, "--verbose", "--size", "640x360"});
+        _program = std::make_unique<ChildProcess>(more, environment(), _folder.file(""));
+        ASSERT_TRUE(_program->waitForText("first frame", kPatience)) << _program->err();
+        _window = tool({"search", "--sync", "--onlyvisible", "--name", "^Zentaro$"});
+        _window = _window.substr(0, _window.find('\n'));
+        tool({"windowfocus", "--sync", _window});
+    }
+    std::string tool(std::vector<std::string> words) const {
+        words.insert(words.begin(), "xdotool");
+        ChildProcess xdotool(words, environment());
+        EXPECT_EQ(xdotool.wait(kPatience), 0) << words[1] << ": " << xdotool.err();
+        return xdotool.out();
+    }
+    void key(const std::string& name) const { tool({"key", name}); }
+    void click(CGPoint point) const {
+        tool({"mousemove", "--window", _window, std::to_string(static_cast<int>(point.x)),
+              std::to_string(static_cast<int>(point.y)), "click", "1"});
+    }
+    Picture picture() const {
+        return pictureFromCommand({"import", "-window", _window, "-depth", "8", "ppm:-"}, environment());
+    }
+    /// Looks again and again; the program draws when it can.
+    static bool becomes(const std::function<bool()>& wanted) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(kPatience);
+        while (!wanted()) {
+            if (std::chrono::steady_clock::now() > end) return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        return true;
+    }
+    /// The picture once the toolbar is there and nothing moves any more.
+    Picture settledPicture() const {
+        Picture last;
+        becomes([&] {
+            Picture next = picture();
+            const bool settled = !next.bytes.empty() && next.bytes == last.bytes;
+            last = std::move(next);
+            return settled;
+        });
+        return last;
+    }
+    /// Whole screens and closing are up to the desktop's window manager.
+    void startWindowManager() {
+        _windowManager = std::make_unique<ChildProcess>(std::vector<std::string>{"openbox", "--sm-disable"},
+                                                        environment());
+        EXPECT_TRUE(becomes([&] {
+            ChildProcess asking({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}, environment());
+            asking.wait(kPatience);
+            return asking.out().find("window id") != std::string::npos;
+        }));
+    }
+    bool settingsSay(const std::string& text) const {
+        return becomes([&] { return contentOf(settingsFile()).find(text) != std::string::npos; });
+    }
+    static bool isFractal(const Picture& picture) {
+        return picture.count({255, 0, 255}) == 0 && picture.countColors() > 100 &&
+               picture.at(picture.width * 11 / 16, picture.height / 2) == Rgb{0, 0, 0};
+    }
+
+    VirtualDisplay _display;
+    TemporaryFolder _folder;
+    std::unique_ptr<ChildProcess> _windowManager;
+    std::unique_ptr<ChildProcess> _program;
+    std::string _window;
+};
+
+/// The middle of a toolbar button of a screen of the window's size.
+CGPoint middleOf(std::shared_ptr<UIBarButtonItem> GameViewController::*button) {
+    std::shared_ptr<iOSAppDelegate> delegate;
+    HeadlessHost host({{640, 360}, 1}, [&] { return delegate = std::make_shared<iOSAppDelegate>(); });
+    host.launch();
+    host.step();
+    auto& screen = dynamic_cast<GameViewController&>(*delegate->window()->rootViewController());
+    const auto view = (screen.*button)->view();
+    const CGRect place = view->convertRectToWindow(view->bounds());
+    return {CGRectGetMidX(place), CGRectGetMidY(place)};
+}
+
+TEST_F(DesktopProgram, OpensAWindowWithTheSetAndTheToolbar) {
+    start();
+    const Picture shown = settledPicture();
+    EXPECT_EQ(shown.width, 640);
+    EXPECT_EQ(shown.height, 360);
+    EXPECT_TRUE(isFractal(shown));
+    ChildProcess snapshot(
+        {ZENTARO_EXECUTABLE, "--snapshot", _folder.file("a.png"), "--screen", "--size", "640x360"});
+    EXPECT_EQ(snapshot.wait(kPatience), 0);
+    EXPECT_LT(meanDifference(shown, readPicture(_folder.file("a.png"))), 6)
+        << "but for the picture's 16-bit colours it is the same screen";
+    key("Escape");
+    EXPECT_EQ(_program->wait(kPatience), 0);
+}
+
+TEST_F(DesktopProgram, KeysAndClicksDoWhatTheirButtonsSay) {
+    start();
+    const Picture first = settledPicture();
+    key("c");
+    EXPECT_TRUE(becomes([&] { return differingRows(first, picture(), 0, 360) > 300; }));
+    EXPECT_TRUE(settingsSay("\"fractalColoring\": 1"));
+    const Picture second = settledPicture();
+    key("f");
+    EXPECT_TRUE(becomes([&] { return differingRows(second, picture(), 100, 260) > 100; }));
+    key("f");
+    click(middleOf(&GameViewController::colorButton));
+    tool({"mousemove", "--window", _window, "5", "5"});
+    EXPECT_TRUE(settingsSay("\"fractalColoring\": 2"));
+    EXPECT_TRUE(isFractal(settledPicture()));
+    tool({"key", "question"});
+    EXPECT_TRUE(_program->waitForText("event key \"?\"", kPatience)) << _program->err();
+}
+
+TEST_F(DesktopProgram, AClickOnTheFractalHidesTheToolbarAndAnotherShowsIt) {
+    start();
+    const Picture before = settledPicture();
+    click({320, 60});
+    EXPECT_TRUE(becomes([&] { return differingRows(before, picture(), 330, 350) == 20; }));
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    click({320, 60});
+    EXPECT_TRUE(becomes([&] { return picture().bytes == before.bytes; }));
+}
+
+TEST_F(DesktopProgram, SettingsSurviveAKill) {
+    start();
+    key("c");
+    ASSERT_TRUE(
+        becomes([&] { return contentOf(settingsFile()).find("fractalColoring") != std::string::npos; }));
+    const Picture before = settledPicture();
+    _program->signal(SIGKILL);
+    EXPECT_EQ(_program->wait(kPatience), 128 + SIGKILL);
+    start();
+    EXPECT_TRUE(settledPicture().bytes == before.bytes);
+    EXPECT_THAT(_folder.names(), testing::ElementsAre("config"));
+}
+
+TEST_F(DesktopProgram, FullScreenComesWithF11AndGoesWithEscapeWhichThenQuits) {
+    startWindowManager();
+    start();
+    const auto fills = [this](int width, int height) {
+        const Picture shown = picture();
+        return shown.width == width && shown.height == height && isFractal(shown);
+    };
+    key("F11");
+    EXPECT_TRUE(becomes([&] { return fills(1600, 1000); })) << _program->err();
+    key("Escape");
+    EXPECT_TRUE(becomes([&] { return fills(640, 360); })) << _program->err();
+    EXPECT_FALSE(_program->wait(0.2)) << "it goes on in its window";
+    key("Escape");
+    EXPECT_EQ(_program->wait(kPatience), 0);
+}
+
+TEST_F(DesktopProgram, StartsInFullScreenWhereThatIsAskedFor) {
+    startWindowManager();
+    start({"--fullscreen"});
+    EXPECT_TRUE(becomes([&] {
+        const Picture shown = picture();
+        return shown.width == 1600 && shown.height == 1000 && isFractal(shown);
+    })) << _program->err();
+}
+
+TEST_F(DesktopProgram, AResizedWindowIsFilled) {
+    start();
+    tool({"windowsize", "--sync", _window, "900", "400"});
+    EXPECT_TRUE(becomes([&] {
+        const Picture shown = picture();
+        return shown.width == 900 && shown.height == 400 && isFractal(shown);
+    }));
+    // The view keeps its centre and height: the set's left tip, -2, lies where its width puts it.
+    ChildProcess snapshot(
+        {ZENTARO_EXECUTABLE, "--snapshot", _folder.file("a.png"), "--screen", "--size", "900x400"});
+    EXPECT_EQ(snapshot.wait(kPatience), 0);
+    EXPECT_LT(meanDifference(settledPicture(), readPicture(_folder.file("a.png"))), 6);
+}
+
+TEST_F(DesktopProgram, TheScaleMakesPointsOfSeveralPixels) {
+    start({"--scale", "2"});
+    const Picture shown = settledPicture();
+    EXPECT_EQ(shown.width, 1280);
+    EXPECT_EQ(shown.height, 720);
+    ChildProcess snapshot({ZENTARO_EXECUTABLE, "--snapshot", _folder.file("a.png"), "--screen", "--size",
+                           "640x360", "--scale", "2"});
+    EXPECT_EQ(snapshot.wait(kPatience), 0);
+    EXPECT_LT(meanDifference(shown, readPicture(_folder.file("a.png"))), 6);
+    click({640, 120});
+    EXPECT_TRUE(_program->waitForText("touch began 0 {320, 60}", kPatience)) << _program->err();
+}
+
+TEST_F(DesktopProgram, TheWindowsCloseButtonAndSignalsEndItCleanly) {
+    startWindowManager();
+    start();
+    key("alt+F4");
+    EXPECT_EQ(_program->wait(kPatience), 0);
+    for (const int number : {SIGTERM, SIGINT}) {
+        start();
+        _program->signal(number);
+        EXPECT_EQ(_program->wait(kPatience), 0) << number;
+    }
+}
+
+TEST_F(DesktopProgram, AHiddenWindowWaitsAndStillHearsSignals) {
+    start();
+    tool({"windowunmap", "--sync", _window});
+    ASSERT_TRUE(_program->waitForText("event hidden", kPatience));
+    const auto cpuTime = [&] {
+        const std::string stat = contentOf("/proc/" + std::to_string(_program->pid()) + "/stat");
+        long user = 0;
+        long system = 0;
+        std::sscanf(stat.c_str() + stat.rfind(')'), ") %*c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %ld %ld",
+                    &user, &system);
+        return user + system;
+    };
+    _program->wait(0.3);
+    const long before = cpuTime();
+    _program->wait(1);
+    EXPECT_LE(cpuTime() - before, 3) << "hundredths of a second in a second of nothing to do";
+    tool({"windowmap", "--sync", _window});
+    EXPECT_TRUE(becomes([&] { return isFractal(picture()); }));
+    tool({"windowunmap", "--sync", _window});
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    _program->signal(SIGTERM);
+    EXPECT_EQ(_program->wait(kPatience), 0);
+}
+
+TEST_F(DesktopProgram, DamagedSettingsAreSetAsideInOneLine) {
+    writeFile(_folder.file("s.json"), "{ nonsense");
+    start({"--defaults", _folder.file("s.json")});
+    key("c");
+    EXPECT_TRUE(becomes(
+        [&] { return contentOf(_folder.file("s.json")).find("fractalColoring") != std::string::npos; }));
+    EXPECT_EQ(contentOf(_folder.file("s.json.damaged")), "{ nonsense");
+    EXPECT_THAT(_program->err(), HasSubstr("s.json.damaged"));
+}
+
+TEST_F(DesktopProgram, WithoutOpenGLItSaysSo) {
+    auto variables = environment();
+    variables.emplace_back("LIBGL_DRIVERS_PATH", _folder.file(""));
+    ChildProcess program({ZENTARO_EXECUTABLE}, variables, _folder.file(""));
+    EXPECT_EQ(program.wait(kPatience), 2);
+    EXPECT_THAT(program.err(), HasSubstr("Failed to create ES context"));
+    EXPECT_THAT(program.err(), HasSubstr("zentaro: cannot draw without OpenGL ES 2.0: "));
+}
+
+}  // namespace
