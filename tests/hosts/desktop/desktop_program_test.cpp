@@ -162,7 +162,7 @@ TEST_F(DesktopProgram, AClickOnTheFractalHidesTheToolbarAndAnotherShowsIt) {
     start();
     const Picture before = settledPicture();
     click({320, 60});
-    EXPECT_TRUE(becomes([&] { return differingRows(before, picture(), 330, 350) == 20; }));
+    EXPECT_TRUE(becomes([&] { return differingRows(before, picture(), 300, 340) == 40; }));
     std::this_thread::sleep_for(std::chrono::seconds(1));
     click({320, 60});
     EXPECT_TRUE(becomes([&] { return picture().bytes == before.bytes; }));
