@@ -33,6 +33,19 @@ void setView(GameViewController& screen, const SnapshotOptions& options) {
     screen.jumpTox1(x1, y1, x2, y2, screen.fractalType(), screen.shader()->fractalColoring());
 }
 
+/// The screen is held in landscape, a picture of the fractal alone need not be: where it is higher than wide
+/// it shows more above and below of what a square would.
+void fillUprightPicture(GameViewController& screen, const UIWindow& window) {
+    const CGSize size = window.bounds().size;
+    if (size.height <= size.width) return;
+    screen.view()->setFrame(window.bounds());
+    const CGRect square = screen.shader()->fractalBounds();
+    const CGFloat width = square.size.height;
+    const CGFloat height = width * size.height / size.width;
+    screen.shader()->setFractalBounds(
+        CGRectMake(CGRectGetMidX(square) - 0.5 * width, CGRectGetMidY(square) - 0.5 * height, width, height));
+}
+
 /// The picture's rows as they become complete: the fractal where its view lies on the screen, black beside
 /// it, the toolbar above.
 class ScreenRows {
@@ -139,6 +152,7 @@ int drawPicture(HeadlessHost& host, const SnapshotOptions& options, Clock::time_
     if (!host.hasOpenGL()) return failStart("cannot draw without OpenGL ES 2.0: " + host.openGLError());
     setView(*screen, options);
     window->layoutIfNeeded();
+    if (!options.screen) fillUprightPicture(*screen, *window);
     const std::string mistake = drawInto(options, *screen->glkView(), *window);
     if (!mistake.empty()) return failStart(mistake);
     printLine(*screen, begun);
