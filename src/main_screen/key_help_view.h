@@ -2,6 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "platform/ui/ui_control.h"
 
@@ -18,8 +21,10 @@ class KeyHelpView : public UIView {
     void touchesEnded(const UITouches& touches, const UIEvent& event) override;
 
   private:
+    void addLine(const std::string& keys, const std::string& title);
+
     std::function<void()> _close;
     std::shared_ptr<UIView> _panel;
-    std::shared_ptr<UILabel> _keys;
-    std::shared_ptr<UILabel> _titles;
+    /// A key's name and what it does, a pair for each line.
+    std::vector<std::shared_ptr<UILabel>> _labels;
 };
