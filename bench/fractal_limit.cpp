@@ -134,7 +134,7 @@ FRACTAL_AVX2 void drawRun(const Row& row, int firstX, uint16_t* out) {
         }
     }
     for (int i = 0; i < kChains; ++i) {
-        colour(m[i], n[i], out + i * kLanes);
+        colour(m[i], n[i], out + static_cast<std::ptrdiff_t>(i) * kLanes);
     }
 }
 

@@ -36,7 +36,7 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-void compare(const char* title, double most, std::vector<ChildProcess::Variable> environment,
+void compare(const char* title, double most, const std::vector<ChildProcess::Variable>& environment,
              const std::vector<std::string>& minimal, const std::vector<std::string>& explorer) {
     std::vector<double> least;
     std::vector<double> ours;

@@ -10,10 +10,6 @@
 #include <utility>
 #include <vector>
 
-#ifndef ZENTARO_VERSION
-#error "the build defines ZENTARO_VERSION"
-#endif
-
 namespace {
 
 /// The options under way, with which of them were given.

@@ -1,4 +1,5 @@
 // The application delegate: makes the window with its main screen, and holds the rectangle of the last link.
+// It is the only place that knows both the framework's storyboard and the app's classes.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,5 @@
 // The start in a window, and what happens where there is no display.
+// A machine without a display still gets its picture, as long as nobody asked for a window.
 #include <cstdio>
 #include <memory>
 #include <optional>

@@ -1,4 +1,5 @@
 // The two ways to start: in a window, or for one picture without a display. Each answers the exit status.
+// main itself only chooses between them, so that each includes no host but its own.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,5 @@
 // What the main screen asks of the application delegate: the rectangle of the last link, and to open another.
+// An interface, so that the main screen does not depend on how the app starts.
 #pragma once
 
 #include <string>

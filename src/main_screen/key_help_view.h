@@ -1,4 +1,5 @@
 // The list of keys: a panel in the middle of the screen, closed by a tap anywhere.
+// Keys are of no use to those who cannot find them.
 #pragma once
 
 #include <functional>

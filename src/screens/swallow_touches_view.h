@@ -1,4 +1,5 @@
 // The toolbar over the fractal: touches beside its buttons end here instead of moving the fractal below.
+// Cancelled touches still go on, as they end whatever began elsewhere.
 #pragma once
 
 #include "platform/ui/ui_toolbar.h"

@@ -1,4 +1,5 @@
 // The command line, row by row: what is understood, and what each mistake is told.
+// Every mistake is one line and writes nothing.
 #include "app/command_line.h"
 
 #include <gmock/gmock.h>

@@ -123,7 +123,7 @@ class ChildProcess {
     }
 
     void read(std::size_t which) {
-        std::array<char, 4096> bytes;
+        std::array<char, 4096> bytes{};
         const ssize_t count = ::read(_pipes[which], bytes.data(), bytes.size());
         if (count > 0) {
             _text[which].append(bytes.data(), static_cast<std::size_t>(count));

@@ -1,4 +1,5 @@
 // What the system log says while this lives, kept from stderr.
+// Tests hold the lines against what they expect.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
 // Picture files and screens as plain pixels, read by a program that has nothing to do with ours.
+// So a mistake of ours in writing pictures cannot hide in reading them.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // An X server without a screen, on a display number that is free: each test and benchmark has its own.
+// It ends with the object, whatever the test did.
 #pragma once
 
 #include <string>

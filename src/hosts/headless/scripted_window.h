@@ -1,4 +1,5 @@
 // What the headless host's app may ask of its window: nothing happens, and everything is remembered.
+// So tests see what the app asked for.
 #pragma once
 
 #include "platform/host/window_control.h"

@@ -100,7 +100,7 @@ class JpegEncoder : public RowEncoder {
     jpeg_error_mgr _errors{};
     jpeg_destination_mgr _destination{};
     std::jmp_buf _jump;
-    std::array<JOCTET, 65536> _buffer;
+    std::array<JOCTET, 65536> _buffer{};
     std::array<char, JMSG_LENGTH_MAX> _message{};
     bool _sinkRefused = false;
 };

@@ -1,4 +1,5 @@
 // Assertions on programming errors: they stop the program in every build, with the condition as the text.
+// A broken promise of the code itself must not go on to damage what the user keeps.
 #pragma once
 
 #include <cstdlib>

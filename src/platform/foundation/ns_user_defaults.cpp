@@ -22,6 +22,8 @@ template <class... Functions>
 struct Overloaded : Functions... {
     using Functions::operator()...;
 };
+template <class... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>;
 
 std::string_view withoutLeadingSpace(std::string_view text) {
     const auto start = text.find_first_not_of(" \t\n\r\v\f");

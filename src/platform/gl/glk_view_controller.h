@@ -1,4 +1,5 @@
 // A screen that draws a frame at every display refresh: update() first, then its GLKView's drawing.
+// Its clock starts with its first frame and stands still while the app is hidden.
 #pragma once
 
 #include <memory>

@@ -130,7 +130,7 @@ class Axis {
     Taps interpolating(int32_t target) const {
         const double centre = (target + 0.5 - _start) * _scale - 0.5;
         const double limit = _sourceLength - 1.0;
-        const auto at = static_cast<int64_t>(std::clamp(centre, 0.0, limit) * wholeWeight + 0.5);
+        const auto at = static_cast<int64_t>(std::llround(std::clamp(centre, 0.0, limit) * wholeWeight));
         const auto fraction = static_cast<uint64_t>(at) % wholeWeight;
         const auto first = static_cast<int32_t>(at / static_cast<int64_t>(wholeWeight));
         return {first, fraction == 0 ? 1 : 2, wholeWeight - fraction, 0, fraction};
@@ -197,9 +197,9 @@ class StripScaler {
     const Reader _reader{};
     int32_t _begin;
     std::size_t _count;
-    std::array<Taps, stripWidth> _taps;
-    std::array<uint64_t, stripWidth> _values;
-    std::array<uint64_t, stripWidth> _alphas;
+    std::array<Taps, stripWidth> _taps{};
+    std::array<uint64_t, stripWidth> _values{};
+    std::array<uint64_t, stripWidth> _alphas{};
 };
 
 struct Target {

@@ -1,4 +1,5 @@
 // Host contract: canvases to paint on and text to measure.
+// Measuring and drawing go through one engine, so that text fits where it was measured.
 #pragma once
 
 #include <memory>

@@ -6,5 +6,9 @@ namespace {
 GLSurface* shared = nullptr;
 }
 
-GLSurface* sharedGLSurface() { return shared; }
-void setSharedGLSurface(GLSurface* surface) { shared = surface; }
+GLSurface* sharedGLSurface() {
+    return shared;
+}
+void setSharedGLSurface(GLSurface* surface) {
+    shared = surface;
+}

@@ -1,4 +1,5 @@
 // Host contract: an OpenGL ES 2.0 context and the framebuffer that ends on the screen.
+// The framework draws; only a machine can make a context and show what was drawn.
 #pragma once
 
 #include <cstdint>

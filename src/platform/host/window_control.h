@@ -1,4 +1,5 @@
 // Host contract: what the app may ask of the window it lives in.
+// Everything else about the window is the host's own business.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
 // The order of a frame and of the app's life. Nothing here draws or waits.
+// One place decides it, so that every host's frames run alike.
 #include "platform/ui/ui_application.h"
 
 #include <algorithm>

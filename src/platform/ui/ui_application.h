@@ -1,4 +1,5 @@
 // The running app: a host hands it every event and every frame, and it does the rest in one order.
+// It draws nothing itself: a presenter does, so that the layer of views knows no GL.
 #pragma once
 
 #include <functional>

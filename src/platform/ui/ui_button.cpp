@@ -1,4 +1,5 @@
 // Buttons: one finger presses, a light shows it, the lift on the button acts.
+// A finger that slides off and lifts elsewhere has changed its mind.
 #include <algorithm>
 #include <cmath>
 #include <utility>

@@ -1,4 +1,5 @@
 // Labels and image views.
+// Each repaints only when what it shows has changed.
 #include "platform/ui/ui_control.h"
 
 #include <algorithm>

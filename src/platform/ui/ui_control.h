@@ -1,4 +1,5 @@
 // Labels, image views and buttons.
+// The simple views that screens are made of; bars and lists have files of their own.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,5 @@
 // The states of gestures, and the tap.
+// A recogniser counts fingers itself: touches may come and go in any order.
 #include "platform/ui/ui_gesture_recognizer.h"
 
 #include <algorithm>

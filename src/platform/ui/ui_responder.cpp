@@ -1,4 +1,5 @@
 // The chain of responders: what one does not want, the next one gets.
+// Views override only what they want; the rest finds its way up to the controller.
 #include "platform/ui/ui_responder.h"
 
 #include "platform/ui/ui_view.h"

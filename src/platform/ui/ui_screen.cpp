@@ -1,4 +1,5 @@
 // The one screen.
+// The application object sets it when the host's window changes.
 #include "platform/ui/ui_screen.h"
 
 UIScreen& UIScreen::mainScreen() {

@@ -1,4 +1,5 @@
 // The screen the app fills: its size in points and how many pixels a point has.
+// Whoever turns points into pixels asks here.
 #pragma once
 
 #include "platform/foundation/geometry.h"

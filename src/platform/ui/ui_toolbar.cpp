@@ -1,4 +1,5 @@
 // Bar items and the bar that lays their buttons out.
+// The same items must fit a phone and look right on a wide screen, so spaces give way and buttons do not.
 #include "platform/ui/ui_toolbar.h"
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // A bar of buttons along an edge of the screen, laid out from a list of items.
+// Items are plain objects that outlive their buttons: titles and actions change while the bar is laid out
+// anew.
 #pragma once
 
 #include <functional>

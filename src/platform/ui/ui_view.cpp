@@ -1,4 +1,5 @@
 // Views: their tree, layout, hit testing and animated values. Painting is in ui_view_painting.cpp.
+// Every change that shows marks the window's overlay, and only those do.
 #include "platform/ui/ui_view.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // The life of a screen: loading, presenting, going.
+// A view is loaded at its first use, so that screens that are never shown cost nothing.
 #include "platform/ui/ui_view_controller.h"
 
 #include <algorithm>

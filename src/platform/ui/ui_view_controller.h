@@ -1,4 +1,5 @@
 // A screen: the owner of a view tree, told when it loads, appears and goes.
+// The app derives its screens from it.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,5 @@
 // How views paint: back to front, nothing clipped, each at its presentation values.
+// A layer of its own for see-through trees only: it is what costs.
 #include <typeinfo>
 
 #include "platform/ui/ui_view.h"

@@ -1,4 +1,5 @@
 // Touch routing and the screens of the window.
+// A finger belongs to the view on which it landed until it lifts.
 #include "platform/ui/ui_window.h"
 
 #include <algorithm>

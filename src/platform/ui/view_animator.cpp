@@ -1,4 +1,5 @@
 // Animations as functions of time: a step only moves the clock, marks what changed and collects what ended.
+// Completions run at the end of a step, since they may start new animations.
 #include "platform/ui/view_animator.h"
 
 #include <algorithm>

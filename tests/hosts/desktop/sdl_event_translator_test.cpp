@@ -1,4 +1,5 @@
 // What the app hears of SDL's events, from events made by hand.
+// No window is needed for them.
 #include "hosts/desktop/sdl_event_translator.h"
 
 #include <SDL_keycode.h>

@@ -1,4 +1,5 @@
 // The headless host itself: its clock, its input, its pictures, and the death of its GL context.
+// Every other scenario relies on it.
 #include "hosts/headless/headless_host.h"
 
 #include <algorithm>

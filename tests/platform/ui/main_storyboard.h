@@ -1,4 +1,5 @@
 // The app's own storyboard with stand-ins for the classes that need OpenGL.
+// So that its layout is tested as it ships.
 #pragma once
 
 #include <fstream>

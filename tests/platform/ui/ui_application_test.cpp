@@ -1,4 +1,5 @@
 // The order of a frame and of the app's life, its clock, resizing and screens that come and go.
+// A presenter that only listens takes the place of the drawing.
 #include "platform/ui/ui_application.h"
 
 #include <gmock/gmock.h>

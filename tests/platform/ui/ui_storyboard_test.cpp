@@ -1,4 +1,5 @@
 // Storyboards: the app's own one, and everything that can be wrong in one.
+// Damaged layouts are told in one line and start nothing.
 #include "platform/ui/ui_storyboard.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 // The bar's layout on real screens, with the app's own storyboard, and on impossible ones.
+// Buttons must stay large enough for fingers and on the screen.
 #include "platform/ui/ui_toolbar.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Where touches go: views, recognisers, bars that swallow them, fingers that get lost.
+// Hosts may deliver touches late, twice or never.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,4 +1,5 @@
 // View animations through whole stories: interrupted, replaced, delayed, chained, outlived.
+// What is on screen must never jump, and every completion must run once.
 #include <cmath>
 #include <gtest/gtest.h>
 #include <string>

@@ -1,4 +1,5 @@
 // The tree of views: autoresizing, hit testing, painting, labels.
+// Painting is looked at through a canvas that records its calls.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
