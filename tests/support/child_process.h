@@ -11,6 +11,7 @@
 #include <optional>
 #include <poll.h>
 #include <string>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -88,6 +89,8 @@ class ChildProcess {
     [[noreturn]] static void become(const std::vector<std::string>& command,
                                     const std::vector<Variable>& environment, const std::string& folder,
                                     int out, int err) {
+        // A test that crashes kills nobody; the kernel does.
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         dup2(out, STDOUT_FILENO);
         dup2(err, STDERR_FILENO);
         for (const auto& [name, value] : environment) {
