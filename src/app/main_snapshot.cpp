@@ -14,6 +14,7 @@
 #include "hosts/headless/headless_host.h"
 #include "hosts/headless/overlay_bands.h"
 #include "hosts/native/file_preferences_store.h"
+#include "hosts/native/held_log.h"
 #include "hosts/native/memory_preferences_store.h"
 #include "hosts/native/picture_file_writer.h"
 #include "main_screen/game_view_controller.h"
@@ -144,12 +145,16 @@ void printLine(GameViewController& screen, Clock::time_point begun) {
                 static_cast<int>(screen.shader()->dwell()), took);
 }
 
-int drawPicture(HeadlessHost& host, const SnapshotOptions& options, Clock::time_point begun) {
-    const bool launched = host.launch();
-    if (!launched) return failStart("the app's resources are damaged; install it anew");
+int drawPicture(HeadlessHost& host, HeldLog& log, const SnapshotOptions& options, Clock::time_point begun) {
+    if (!host.launch()) return failStart(damagedResources(log));
+    if (!host.hasOpenGL()) return failStart(withoutOpenGL(host.openGLError()));
     const std::shared_ptr<UIWindow> window = host.application().delegate()->window();
     const auto screen = std::dynamic_pointer_cast<GameViewController>(window->rootViewController());
-    if (!host.hasOpenGL()) return failStart("cannot draw without OpenGL ES 2.0: " + host.openGLError());
+    if (!screen->shader()->isUsable()) {
+        return failStart("the fractal's shader is missing or broken; install the app anew (" +
+                         log.firstLine() + ")");
+    }
+    log.release();
     setView(*screen, options);
     window->layoutIfNeeded();
     if (!options.screen) fillUprightPicture(*screen, *window);
@@ -175,8 +180,9 @@ int startSnapshot(const CommandLineOptions& options) {
         if (!text) return failStart("cannot read the settings: " + whyUnreadable(options.defaultsFile, file));
         hostOptions.preferences = std::make_shared<MemoryPreferencesStore>(std::move(text));
     }
+    HeldLog log(!options.verbose);
     HeadlessHost host(hostOptions, [] { return std::make_shared<iOSAppDelegate>(); });
-    const int status = drawPicture(host, *options.snapshot, begun);
+    const int status = drawPicture(host, log, *options.snapshot, begun);
     // What the app has to say on leaving concerns nobody who asked for a picture.
     if (!options.verbose) NSLogSetSink([](std::string_view) {});
     return status;

@@ -1,5 +1,5 @@
 // The table itself.
-// A command may have several keys: the first row of an action is the one that the list of keys shows.
+// An action may have several keys: its rows stand together, and share a line in the list.
 #include "main_screen/commands.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// What the user can make the main screen do: one table feeds the toolbar's buttons, the keys and the list of
-// keys.
+// What the user can make the main screen do from the keyboard.
+// One table feeds the keys and the list of them; buttons share the actions' names with it.
 #pragma once
 
 #include <span>

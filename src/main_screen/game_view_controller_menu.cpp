@@ -1,6 +1,7 @@
 // Menu: the toolbar's coming and going, and what its buttons and the keys do.
 // Actions are found by name, so that the storyboard, the keys and the command table share them.
 #include <algorithm>
+#include <string_view>
 
 #include "main_screen/commands.h"
 #include "main_screen/game_view_controller.h"
@@ -16,24 +17,33 @@ constexpr double menuVelocity = 2.0;
 
 using Action = void (GameViewController::*)(GameViewController::Sender);
 
+using Button = std::shared_ptr<UIBarButtonItem> GameViewController::*;
+
 struct NamedAction {
     const char* name;
     Action action;
+    /// The button that a key lights up; null for none.
+    Button button = nullptr;
 };
 
 constexpr NamedAction actions[] = {
-    {"resetScreen:", &GameViewController::resetScreen},
-    {"shareScreen:", &GameViewController::shareScreen},
-    {"toggleFractal:", &GameViewController::toggleFractal},
-    {"toggleColoring:", &GameViewController::toggleColoring},
-    {"toggleColorCycling:", &GameViewController::toggleColorCycling},
-    {"toggleRecording:", &GameViewController::toggleRecording},
+    {"resetScreen:", &GameViewController::resetScreen, &GameViewController::xButton},
+    {"shareScreen:", &GameViewController::shareScreen, &GameViewController::shareButton},
+    {"toggleFractal:", &GameViewController::toggleFractal, &GameViewController::fractalButton},
+    {"toggleColoring:", &GameViewController::toggleColoring, &GameViewController::colorButton},
+    {"toggleColorCycling:", &GameViewController::toggleColorCycling, &GameViewController::colorCyclingButton},
+    {"toggleRecording:", &GameViewController::toggleRecording, &GameViewController::toggleRecordButton},
     {"togglePilot:", &GameViewController::togglePilot},
-    {"showAbout:", &GameViewController::showAbout},
+    {"showAbout:", &GameViewController::showAbout, &GameViewController::infoButton},
     {"toggleFullscreen:", &GameViewController::toggleFullscreen},
     {"toggleKeyHelp:", &GameViewController::toggleKeyHelp},
     {"leave:", &GameViewController::leave},
 };
+
+const NamedAction* actionNamed(std::string_view name) {
+    const auto found = std::ranges::find(actions, name, &NamedAction::name);
+    return found == std::end(actions) ? nullptr : found;
+}
 
 WindowControl* windowControl() {
     UIApplication* application = UIApplication::sharedApplication();
@@ -44,16 +54,22 @@ WindowControl* windowControl() {
 
 bool GameViewController::performAction(const std::string& name,
                                        const std::shared_ptr<KeyValueCoding>& sender) {
-    const auto found =
-        std::ranges::find_if(actions, [&](const NamedAction& candidate) { return name == candidate.name; });
-    if (found == std::end(actions)) return false;
-    (this->*found->action)(sender.get());
+    const NamedAction* named = actionNamed(name);
+    if (!named) return false;
+    (this->*named->action)(sender.get());
     return true;
 }
 
 bool GameViewController::keyPressed(const HostKeyPress& press) {
     const Command* command = commandForKey(press);
-    return command && performAction(command->action, nullptr);
+    const NamedAction* named = command ? actionNamed(command->action) : nullptr;
+    if (!named) return false;
+    if (const auto item = named->button ? this->*named->button : nullptr) {
+        item->sendAction();
+    } else {
+        (this->*named->action)(nullptr);
+    }
+    return true;
 }
 
 void GameViewController::showMenu(bool animated) {

@@ -2,6 +2,7 @@
 // An action's second key shares the first one's line.
 #include "main_screen/key_help_view.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "main_screen/commands.h"
@@ -11,7 +12,7 @@ namespace {
 constexpr CGFloat padding = 20;
 constexpr CGFloat keysWidth = 92;
 constexpr CGFloat titlesWidth = 232;
-constexpr CGFloat lineHeight = 27;
+constexpr CGFloat roomyLine = 27;
 constexpr CGFloat panelRadius = 14;
 constexpr CGFloat fontSize = 16;
 constexpr UIColor panelColor{0.07, 0.08, 0.11, 0.9};
@@ -57,7 +58,9 @@ void KeyHelpView::layoutSubviews() {
         addSubview(_panel);
     }
     const CGFloat width = padding + keysWidth + titlesWidth + padding;
-    const CGFloat height = padding + lineHeight * static_cast<CGFloat>(_labels.size() / 2) + padding;
+    const auto lines = static_cast<CGFloat>(_labels.size() / 2);
+    const CGFloat lineHeight = std::min(roomyLine, (bounds().size.height - 2 * padding) / lines);
+    const CGFloat height = padding + lineHeight * lines + padding;
     _panel->setFrame(
         CGRectMake((bounds().size.width - width) / 2, (bounds().size.height - height) / 2, width, height));
     for (std::size_t i = 0; i < _labels.size(); ++i) {

@@ -149,6 +149,12 @@ GLuint RWTBaseShader::programWithVertexShader(const std::string& vertexShader,
     return program;
 }
 
+bool RWTBaseShader::isUsable() const {
+    GLint linked = GL_FALSE;
+    glGetProgramiv(_program, GL_LINK_STATUS, &linked);
+    return linked == GL_TRUE;
+}
+
 void RWTBaseShader::setFractalColorCycling(int32_t fractalColorCycling) {
     _fractalColorCycling = fractalColorCycling;
     if (_fractalColorCycling == 0) {

@@ -45,6 +45,8 @@ class RWTBaseShader {
     GLint uFractalColorCycling() const { return _uFractalColorCycling; }
     GLint uDwell() const { return _uDwell; }
 
+    /// Whether the program is linked. A broken one is drawn with all the same, and leaves the clear colour.
+    bool isUsable() const;
     /// Draws one frame into the bound framebuffer. rect: the view in points; time: seconds, growing.
     void renderInRect(CGRect rect, double time);
     /// Drains the GL error queue into the log.

@@ -13,6 +13,7 @@
 #include "hosts/desktop/frame_pacer.h"
 #include "hosts/desktop/sdl_event_translator.h"
 #include "hosts/desktop/x11_errors.h"
+#include "hosts/native/held_log.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/gl/screen_compositor.h"
 #include "platform/ui/ui_screen.h"
@@ -32,8 +33,7 @@ class SdlVideo {
         SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
         // Without this list SDL ends up with drivers that show nothing; SDL_VIDEODRIVER still overrules it.
         // Wayland needs a runtime folder, and complains on stderr where there is none.
-        SDL_SetHint(SDL_HINT_VIDEODRIVER,
-                    std::getenv("XDG_RUNTIME_DIR") != nullptr ? "x11,wayland,KMSDRM" : "x11,KMSDRM");
+        SDL_SetHint(SDL_HINT_VIDEODRIVER, std::getenv("XDG_RUNTIME_DIR") != nullptr ? "x11,wayland" : "x11");
         _works = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     }
     ~SdlVideo() { SDL_Quit(); }
@@ -137,12 +137,11 @@ DesktopResult runInWindow(DesktopWindow& window, const DesktopOptions& options,
     const SharedSurface surface(&window);
     const WindowGeometry geometry = window.geometry();
     UIScreen::mainScreen().setSizeAndScale(geometry.size, geometry.scale);
+    HeldLog log(!options.verbose);
     UIApplication application(makeDelegate(), &window, makeScreenCompositor());
-    const bool launched = application.launch();
-    if (!window.hasContext()) {
-        return {DesktopEnd::failed, "cannot draw without OpenGL ES 2.0: " + window.lastError()};
-    }
-    if (!launched) return {DesktopEnd::failed, "the app's resources are damaged; install it anew"};
+    if (!application.launch()) return {DesktopEnd::failed, damagedResources(log)};
+    if (!window.hasContext()) return {DesktopEnd::failed, withoutOpenGL(window.lastError())};
+    log.release();
     DesktopLoop(window, application, options).run();
     return {};
 }

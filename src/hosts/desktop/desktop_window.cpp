@@ -11,8 +11,9 @@
 
 namespace {
 
-constexpr int kSmallestWidth = 320;
-constexpr int kSmallestHeight = 180;
+/// Room for the toolbar's buttons at a finger's size.
+constexpr int kSmallestWidth = 400;
+constexpr int kSmallestHeight = 240;
 
 void askForOpenGLES2() {
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_ES);

@@ -68,7 +68,7 @@ int readAtMost(int file, std::string& text) {
 }  // namespace
 
 std::optional<std::string> FilePreferencesStore::defaultPath() {
-    // The base folder specification ignores relative paths.
+    // A relative path there counts as none.
     const char* configured = std::getenv("XDG_CONFIG_HOME");
     std::string folder = configured && *configured == '/' ? configured : "";
     if (folder.empty()) {

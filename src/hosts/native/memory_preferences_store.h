@@ -20,7 +20,7 @@ class MemoryPreferencesStore : public PreferencesStore {
     }
     std::string setAside() override {
         _damaged = std::exchange(_text, std::nullopt);
-        return "kept in memory";
+        return "left as they are";
     }
     std::string lastError() const override { return {}; }
 

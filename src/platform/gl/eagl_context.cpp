@@ -2,8 +2,6 @@
 // The current one is remembered here, since hosts answer only for their own.
 #include "platform/gl/eagl_context.h"
 
-#include "platform/foundation/ns_log.h"
-
 namespace {
 
 std::weak_ptr<EAGLContext>& current() {
@@ -16,10 +14,7 @@ std::weak_ptr<EAGLContext>& current() {
 std::shared_ptr<EAGLContext> EAGLContext::initWithAPI(EAGLRenderingAPI) {
     GLSurface* surface = sharedGLSurface();
     if (!surface) return nullptr;
-    if (!surface->createContext()) {
-        NSLog("No OpenGL ES 2.0: %s", surface->lastError().c_str());
-        return nullptr;
-    }
+    if (!surface->createContext()) return nullptr;
     return std::shared_ptr<EAGLContext>(new EAGLContext(surface));
 }
 

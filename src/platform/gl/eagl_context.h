@@ -11,7 +11,7 @@ inline constexpr EAGLRenderingAPI kEAGLRenderingAPIOpenGLES2 = EAGLRenderingAPI:
 
 class EAGLContext {
   public:
-    /// Nothing where the host has no OpenGL ES 2.0; the reason is in the log.
+    /// Nothing where the host has no OpenGL ES 2.0; the surface knows the reason.
     static std::shared_ptr<EAGLContext> initWithAPI(EAGLRenderingAPI api);
     ~EAGLContext();
     EAGLContext(const EAGLContext&) = delete;

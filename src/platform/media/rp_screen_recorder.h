@@ -1,5 +1,5 @@
 // The screen recorder, as far as the screen asks whether there is one.
-// A host without an encoder says so before the main screen loads.
+// It is there unless somebody says otherwise before the main screen loads.
 #pragma once
 
 class RPScreenRecorder {

@@ -5,11 +5,10 @@
 //
 // VIEW, an object; what is not marked so may be left out:
 //     "class"               required: "UIView", "UILabel", "UIButton", "UIImageView", "UIToolbar" or one of
-//     the
-//                           app's own
+//                           the app's own
 //     "frame"               required: [x, y, width, height], points in the superview; the root's gives the
-//     size
-//                           for which everything was laid out, the real size then reaches the views through
+//                           size for which everything was laid out, the real size then reaches the views
+//                           through "autoresizing"
 //     "autoresizing"        what gives way: a list of "left", "width", "right", "top", "height", "bottom"
 //     "alpha"               0 to 1
 //     "hidden"              true or false
@@ -21,15 +20,16 @@
 //     "items"               toolbars only: a list of ITEM in order
 //     "tintColor"           toolbars only: COLOR of the items
 //     "maximumWidth"        toolbars only: points, see UIToolbar::setMaximumWidth
+//
 // ITEM: { "space": "flexible" }, or an object with
 //     "title", "accessibilityLabel"  texts
-//     "titleIcons"           { TITLE: ICON... }: while the title is one of these symbols, it is drawn
-//     "icon"                 ICON
+//     "titleIcons"          { TITLE: ICON... }: while the title is one of these symbols, it is drawn
+//     "icon"                ICON
 //     "outlet"              the property that receives the item, as std::shared_ptr<UIBarButtonItem>
 //     "action"              the name handed to the controller's performAction
+//
 // ICON: { "strokes": [PATH...], "fills": [PATH...], "lineWidth": W }: SVG path data on a grid of 24 units,
-// shown at 24
-//     points; fills are even-odd
+// shown at 24 points; fills are even-odd
 #pragma once
 
 #include <functional>

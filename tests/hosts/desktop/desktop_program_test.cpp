@@ -284,8 +284,7 @@ TEST_F(DesktopProgram, WithoutOpenGLItSaysSo) {
     variables.emplace_back("LIBGL_DRIVERS_PATH", _folder.file(""));
     ChildProcess program({ZENTARO_EXECUTABLE}, variables, _folder.file(""));
     EXPECT_EQ(program.wait(kPatience), 2);
-    EXPECT_THAT(program.err(), HasSubstr("Failed to create ES context"));
-    EXPECT_THAT(program.err(), HasSubstr("zentaro: cannot draw without OpenGL ES 2.0: "));
+    EXPECT_THAT(program.err(), testing::MatchesRegex("zentaro: Failed to create ES context: [^\n]*\n"));
 }
 
 }  // namespace
