@@ -284,7 +284,9 @@ TEST_F(DesktopProgram, WithoutOpenGLItSaysSo) {
     variables.emplace_back("LIBGL_DRIVERS_PATH", _folder.file(""));
     ChildProcess program({ZENTARO_EXECUTABLE}, variables, _folder.file(""));
     EXPECT_EQ(program.wait(kPatience), 2);
-    EXPECT_THAT(program.err(), testing::MatchesRegex("zentaro: Failed to create ES context: [^\n]*\n"));
+    // The drivers have their own say before; ours is one line.
+    EXPECT_THAT(program.err(), HasSubstr("\nzentaro: Failed to create ES context: "));
+    EXPECT_THAT(program.err(), Not(HasSubstr("GLSL")));
 }
 
 }  // namespace
