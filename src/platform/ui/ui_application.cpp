@@ -108,7 +108,7 @@ void UIApplication::resize(const HostResize& event) {
     const auto shown = window();
     if (!shown) return;
     shown->setFrame(UIScreen::mainScreen().bounds());
-    shown->layoutIfNeeded();
+    shown->layoutScreens();
     shown->overlayNeedsDisplay();
 }
 
@@ -178,7 +178,8 @@ void UIApplication::frame(HostTime time) {
     ViewAnimator::shared().step(_time);
     runCallbacks(updateStage);
     if (const auto shown = window()) {
-        shown->layoutIfNeeded();
+        // Measuring text loads the fonts: the first frame does not wait for them, and shows no overlay yet.
+        if (std::exchange(_firstFrameShown, true)) shown->layoutIfNeeded();
         _presenter->presentFrame(*shown, _time, shown->takeOverlayDirty());
     }
     DispatchQueue::backgroundQueue().drain();

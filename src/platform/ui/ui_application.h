@@ -74,6 +74,7 @@ class UIApplication {
     std::unique_ptr<FramePresenter> _presenter;
     double _time = 0;
     bool _visible = true;
+    bool _firstFrameShown = false;
     bool _idleTimerDisabled = false;
 
     struct FrameCallback {

@@ -159,12 +159,14 @@ void UIView::setNeedsLayout() {
     _needsLayout = true;
 }
 
+void UIView::layoutItselfIfNeeded() {
+    if (!std::exchange(_needsLayout, false)) return;
+    layoutSubviews();
+    if (_controller) _controller->viewDidLayoutSubviews();
+}
+
 void UIView::layoutIfNeeded() {
-    if (_needsLayout) {
-        _needsLayout = false;
-        layoutSubviews();
-        if (_controller) _controller->viewDidLayoutSubviews();
-    }
+    layoutItselfIfNeeded();
     for (std::size_t i = 0; i < _subviews.size(); ++i) {
         const std::shared_ptr<UIView> view = _subviews[i];
         view->layoutIfNeeded();

@@ -81,6 +81,8 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     /// Asks for layoutSubviews with the next frame.
     void setNeedsLayout();
     void layoutIfNeeded();
+    /// This view's part of it alone: what lies deeper waits.
+    void layoutItselfIfNeeded();
     virtual void layoutSubviews() {}
     /// Marks the window's overlay for repainting.
     void setNeedsDisplay();

@@ -43,7 +43,9 @@ CGRect UIView::paintedFrame() const {
     if (_hidden || presentationAlpha() <= 0) return CGRectNull;
     const CGRect frame = presentationFrame();
     const bool paints = !drawsThroughGL() && (_backgroundColor.alpha > 0 || drawsContent());
-    CGRect painted = paints && !CGRectIsEmpty(frame) ? frame : CGRectNull;
+    const CGRect ground = backgroundArea({CGPointZero, frame.size});
+    CGRect painted =
+        paints && !CGRectIsEmpty(ground) ? CGRectOffset(ground, frame.origin.x, frame.origin.y) : CGRectNull;
     for (const auto& view : _subviews) {
         const CGRect below = view->paintedFrame();
         if (CGRectIsNull(below)) continue;

@@ -80,7 +80,7 @@ void UIWindow::rootAppears() {
     const std::shared_ptr<UIView> view = _root->view();
     insertSubviewAtIndex(view, 0);
     _root->viewWillAppear(false);
-    layoutIfNeeded();
+    layoutScreens();
     _root->viewDidAppear(false);
 }
 
@@ -95,6 +95,14 @@ void UIWindow::layoutSubviews() {
     for (std::shared_ptr<UIViewController> controller = _root; controller;
          controller = controller->presentedViewController()) {
         if (controller->isViewLoaded()) controller->view()->setFrame(landscapeBounds());
+    }
+}
+
+void UIWindow::layoutScreens() {
+    layoutItselfIfNeeded();
+    for (std::shared_ptr<UIViewController> controller = _root; controller;
+         controller = controller->presentedViewController()) {
+        if (controller->isViewLoaded()) controller->view()->layoutItselfIfNeeded();
     }
 }
 

@@ -34,6 +34,8 @@ class UIWindow : public UIView {
     bool takeOverlayDirty();
 
     void layoutSubviews() override;
+    /// The screens take their places; the views on them follow with the next frame.
+    void layoutScreens();
     /// The whole window, or the square in the middle of one that is higher than wide: screens are held in
     /// landscape.
     CGRect landscapeBounds() const;

@@ -118,7 +118,7 @@ CGPoint middleOf(std::shared_ptr<UIBarButtonItem> GameViewController::*button) {
     std::shared_ptr<iOSAppDelegate> delegate;
     HeadlessHost host({{640, 360}, 1}, [&] { return delegate = std::make_shared<iOSAppDelegate>(); });
     host.launch();
-    host.step();
+    host.play(0.1);
     auto& screen = dynamic_cast<GameViewController&>(*delegate->window()->rootViewController());
     const auto view = (screen.*button)->view();
     const CGRect place = view->convertRectToWindow(view->bounds());

@@ -55,6 +55,7 @@ struct MainStoryboard {
         window = std::make_shared<UIWindow>(CGRect{CGPointZero, size});
         window->setRootViewController(controller);
         window->makeKeyAndVisible();
+        window->layoutIfNeeded();
         bar = std::dynamic_pointer_cast<UIToolbar>(
             std::any_cast<std::shared_ptr<UIView>>(controller->connected["menuView"]));
     }
