@@ -20,8 +20,8 @@ using Action = void (GameViewController::*)(GameViewController::Sender);
 using Button = std::shared_ptr<UIBarButtonItem> GameViewController::*;
 
 struct NamedAction {
-    const char* name;
-    Action action;
+    const char* name = "";
+    Action action = nullptr;
     /// The button that a key lights up; null for none.
     Button button = nullptr;
 };

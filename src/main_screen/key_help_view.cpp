@@ -58,14 +58,16 @@ void KeyHelpView::layoutSubviews() {
         addSubview(_panel);
     }
     const CGFloat width = padding + keysWidth + titlesWidth + padding;
-    const auto lines = static_cast<CGFloat>(_labels.size() / 2);
+    const std::size_t lineCount = _labels.size() / 2;
+    const auto lines = static_cast<CGFloat>(lineCount);
     const CGFloat lineHeight = std::min(roomyLine, (bounds().size.height - 2 * padding) / lines);
     const CGFloat height = padding + lineHeight * lines + padding;
     _panel->setFrame(
         CGRectMake((bounds().size.width - width) / 2, (bounds().size.height - height) / 2, width, height));
     for (std::size_t i = 0; i < _labels.size(); ++i) {
         const bool isTitle = i % 2 == 1;
-        const CGFloat y = padding + lineHeight * static_cast<CGFloat>(i / 2);
+        const std::size_t line = i / 2;
+        const CGFloat y = padding + lineHeight * static_cast<CGFloat>(line);
         _labels[i]->setFrame(CGRectMake(isTitle ? padding + keysWidth : padding, y,
                                         isTitle ? titlesWidth : keysWidth, lineHeight));
     }

@@ -17,7 +17,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 constexpr double kPatience = 120;
 
