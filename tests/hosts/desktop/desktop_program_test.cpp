@@ -137,7 +137,7 @@ TEST_F(DesktopProgram, OpensAWindowWithTheSetAndTheToolbar) {
     EXPECT_LT(meanDifference(shown, readPicture(_folder.file("a.png"))), 6)
         << "but for the picture's 16-bit colours it is the same screen";
     key("Escape");
-    EXPECT_EQ(_program->wait(kPatience), 0);
+    EXPECT_EQ(_program->wait(kPatience), 0) << _program->err();
 }
 
 TEST_F(DesktopProgram, KeysAndClicksDoWhatTheirButtonsSay) {
@@ -194,7 +194,7 @@ TEST_F(DesktopProgram, FullScreenComesWithF11AndGoesWithEscapeWhichThenQuits) {
     EXPECT_TRUE(becomes([&] { return fills(640, 360); })) << _program->err();
     EXPECT_FALSE(_program->wait(0.2)) << "it goes on in its window";
     key("Escape");
-    EXPECT_EQ(_program->wait(kPatience), 0);
+    EXPECT_EQ(_program->wait(kPatience), 0) << _program->err();
 }
 
 TEST_F(DesktopProgram, StartsInFullScreenWhereThatIsAskedFor) {
@@ -237,7 +237,7 @@ TEST_F(DesktopProgram, TheWindowsCloseButtonAndSignalsEndItCleanly) {
     startWindowManager();
     start();
     key("alt+F4");
-    EXPECT_EQ(_program->wait(kPatience), 0);
+    EXPECT_EQ(_program->wait(kPatience), 0) << _program->err();
     for (const int number : {SIGTERM, SIGINT}) {
         start();
         _program->signal(number);
@@ -266,7 +266,7 @@ TEST_F(DesktopProgram, AHiddenWindowWaitsAndStillHearsSignals) {
     tool({"windowunmap", "--sync", _window});
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     _program->signal(SIGTERM);
-    EXPECT_EQ(_program->wait(kPatience), 0);
+    EXPECT_EQ(_program->wait(kPatience), 0) << _program->err();
 }
 
 TEST_F(DesktopProgram, DamagedSettingsAreSetAsideInOneLine) {
