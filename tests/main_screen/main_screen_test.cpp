@@ -245,7 +245,6 @@ TEST_F(MainScreen, TouchesOnTheToolbarBesideItsButtonsEndThere) {
 
 TEST_F(MainScreen, WithoutARecorderTheRecordButtonGoesAndTheOthersKeepTheirOrder) {
     start();
-    std::vector<std::shared_ptr<UIBarButtonItem>> expected;
     std::vector<std::string> labels;
     for (const auto& item : screen->menuView->items()) {
         if (item != screen->toggleRecordButton) labels.push_back(item->accessibilityLabel());
