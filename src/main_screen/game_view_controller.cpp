@@ -108,16 +108,16 @@ void GameViewController::refitToScreen() {
 KeyValueTable GameViewController::makeKeyValueTable() {
     const auto outlet = [](auto& field) {
         using Pointer = std::remove_reference_t<decltype(field)>;
-        return KeyValueProperty{
-            "@", [&field] { return std::any(field); },
+        return KeyValueAccess<std::any>{
+            [&field] { return std::any(field); },
             [&field](const std::any& value) { field = std::any_cast<const Pointer&>(value); }};
     };
     const auto view = [this] {
-        return KeyValueProperty{"@", [this] { return std::any(std::shared_ptr<UIView>(menuView)); },
-                                [this](const std::any& value) {
-                                    menuView = std::dynamic_pointer_cast<SwallowTouchesView>(
-                                        std::any_cast<const std::shared_ptr<UIView>&>(value));
-                                }};
+        return KeyValueAccess<std::any>{[this] { return std::any(std::shared_ptr<UIView>(menuView)); },
+                                        [this](const std::any& value) {
+                                            menuView = std::dynamic_pointer_cast<SwallowTouchesView>(
+                                                std::any_cast<const std::shared_ptr<UIView>&>(value));
+                                        }};
     };
     return {{"menuView", view()},
             {"xButton", outlet(xButton)},

@@ -3,19 +3,42 @@
 #pragma once
 
 #include <any>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <variant>
 
-struct KeyValueProperty {
-    /// The platform's type code of the getter: "i", "q", "f", "d", "B", "@" (an object),
-    /// "{CGRect={CGPoint=dd}{CGSize=dd}}", "{CGPoint=dd}", "{CGSize=dd}".
-    std::string typeCode;
-    std::function<std::any()> getter;
-    /// Empty for a read-only property. Throws std::bad_any_cast for a value of another type.
-    std::function<void(const std::any&)> setter;
+#include "platform/foundation/geometry.h"
+
+/// A rectangle of single-precision numbers: a layout that properties may have, not one to calculate with.
+struct CGRectOfFloats {
+    float x = 0;
+    float y = 0;
+    float width = 0;
+    float height = 0;
+    friend bool operator==(const CGRectOfFloats&, const CGRectOfFloats&) = default;
 };
+
+/// Reads and writes one property in its own type, so that plain values travel without an allocation.
+template <typename Value>
+struct KeyValueAccess {
+    std::function<Value()> get;
+    /// Empty for a read-only property. Objects come in a std::any: throws std::bad_any_cast for another kind.
+    std::function<void(const Value&)> set;
+};
+
+/// A property of one of the types that have a type code; std::any stands for an object.
+using KeyValueProperty = std::variant<KeyValueAccess<std::any>, KeyValueAccess<bool>, KeyValueAccess<int32_t>,
+                                      KeyValueAccess<int64_t>, KeyValueAccess<float>, KeyValueAccess<double>,
+                                      KeyValueAccess<CGPoint>, KeyValueAccess<CGSize>, KeyValueAccess<CGRect>,
+                                      KeyValueAccess<CGRectOfFloats>>;
+
+/// The platform's code of the getter's type: "@" (an object), "B", "i", "q", "f", "d", "{CGPoint=dd}",
+/// "{CGSize=dd}", "{CGRect={CGPoint=dd}{CGSize=dd}}", "{CGRect={CGPoint=ff}{CGSize=ff}}".
+std::string_view typeCodeOf(const KeyValueProperty& property);
 
 using KeyValueTable = std::map<std::string, KeyValueProperty>;
 
@@ -23,7 +46,7 @@ class KeyValueCoding {
   public:
     virtual ~KeyValueCoding() = default;
 
-    /// The table, or nothing, for one name. Derived classes look in their own table, then in their base's.
+    /// The property, or nothing, for one name. Derived classes look in their own table, then in their base's.
     virtual const KeyValueProperty* propertyForKey(const std::string& key);
 
     /// The value, empty for an unknown name.

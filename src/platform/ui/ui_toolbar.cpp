@@ -104,10 +104,10 @@ void UIBarButtonItem::sendAction() {
 
 KeyValueTable UIBarButtonItem::makeKeyValueTable() {
     return {
-        {"view", {"@", [this] { return std::any(view()); }, {}}},
-        {"title",
-         {"@", [this] { return std::any(title()); },
-          [this](const std::any& value) { setTitle(std::any_cast<std::string>(value)); }}},
+        {"view", KeyValueAccess<std::any>{[this] { return std::any(view()); }, {}}},
+        {"title", KeyValueAccess<std::any>{
+                      [this] { return std::any(title()); },
+                      [this](const std::any& value) { setTitle(std::any_cast<std::string>(value)); }}},
     };
 }
 

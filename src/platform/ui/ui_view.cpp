@@ -230,13 +230,10 @@ void UIView::animateWithSpring(double duration, double delay, double dampingRati
 KeyValueTable UIView::makeKeyValueTable() {
     return {
         {"alpha",
-         {"d", [this] { return std::any(alpha()); },
-          [this](const std::any& value) { setAlpha(std::any_cast<double>(value)); }}},
+         KeyValueAccess<double>{[this] { return alpha(); }, [this](double value) { setAlpha(value); }}},
         {"frame",
-         {"{CGRect={CGPoint=dd}{CGSize=dd}}", [this] { return std::any(frame()); },
-          [this](const std::any& value) { setFrame(std::any_cast<CGRect>(value)); }}},
+         KeyValueAccess<CGRect>{[this] { return frame(); }, [this](CGRect value) { setFrame(value); }}},
         {"hidden",
-         {"B", [this] { return std::any(isHidden()); },
-          [this](const std::any& value) { setHidden(std::any_cast<bool>(value)); }}},
+         KeyValueAccess<bool>{[this] { return isHidden(); }, [this](bool value) { setHidden(value); }}},
     };
 }

@@ -152,9 +152,8 @@ class Tweened : public KeyValueCoding {
     KeyValueTable makeKeyValueTable() override {
         ++tables;
         return {{"alpha",
-                 {"d", [this] { return std::any(alpha); },
-                  [this](const std::any& value) { alpha = std::any_cast<double>(value); }}},
-                {"name", {"@", [] { return std::any(std::string("t")); }, nullptr}}};
+                 KeyValueAccess<double>{[this] { return alpha; }, [this](double value) { alpha = value; }}},
+                {"name", KeyValueAccess<std::any>{[] { return std::any(std::string("t")); }, {}}}};
     }
 };
 

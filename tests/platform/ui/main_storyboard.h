@@ -32,7 +32,9 @@ class OutletKeeper : public UIViewController {
 
     const KeyValueProperty* propertyForKey(const std::string& key) override {
         if (key == "noSuchOutlet") return nullptr;
-        return &(outlets[key] = {"@", {}, [this, key](const std::any& value) { connected[key] = value; }});
+        outlets[key] =
+            KeyValueAccess<std::any>{{}, [this, key](const std::any& value) { connected[key] = value; }};
+        return &outlets[key];
     }
     bool performAction(const std::string& name, const std::shared_ptr<KeyValueCoding>&) override {
         actions.push_back(name);
