@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/foundation/ca_display_link.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/foundation/ns_notification_center.h"
@@ -30,6 +31,7 @@ UIApplication::UIApplication(std::shared_ptr<UIApplicationDelegate> delegate, Wi
 }
 
 UIApplication::~UIApplication() {
+    NSRunLoop::currentRunLoop().invalidateDisplayLinks();
     ViewAnimator::shared().reset();
     if (sharedInstance == this) sharedInstance = nullptr;
 }
@@ -174,6 +176,7 @@ void UIApplication::frame(HostTime time) {
     if (!_launched || !_visible) return;
     advanceClock(time);
     DispatchQueue::mainQueue().drain();
+    NSRunLoop::currentRunLoop().fireDisplayLinks(_time);
     runCallbacks(displayLinkStage);
     ViewAnimator::shared().step(_time);
     runCallbacks(updateStage);
