@@ -68,7 +68,7 @@ struct Timing {
     double limit;
 };
 
-Timing measure(const Case& c, const FractalTarget& target, const FractalProgram& shader,
+Timing measure(const Case& c, const FractalTarget& target, const FractalShader& shader,
                const FractalProgram& naive, int runs) {
     const unsigned threads = std::max(1U, std::thread::hardware_concurrency());
     std::vector<double> times[3];
@@ -99,7 +99,7 @@ const char* verdict(const Case& c, const Timing& t) {
     return fast && near ? "met" : "missed";
 }
 
-void printSpeed(const FractalTarget& target, const FractalProgram& shader, const FractalProgram& naive,
+void printSpeed(const FractalTarget& target, const FractalShader& shader, const FractalProgram& naive,
                 int runs) {
     std::printf("%-20s %9s %9s %9s  %16s  %16s\n", "view", "shader ms", "naive ms", "limit ms",
                 "faster (target)", "x limit (target)");
@@ -115,7 +115,7 @@ void printSpeed(const FractalTarget& target, const FractalProgram& shader, const
 }
 
 // The naive shader has plain floats only, so the deep view is left out.
-void printDifferences(const FractalProgram& shader, const FractalProgram& naive, const Options& options) {
+void printDifferences(const FractalShader& shader, const FractalProgram& naive, const Options& options) {
     const FractalTarget target(options.width, options.height, false);
     std::printf("\ndifference to the naive picture, 8 bits per channel\n");
     for (const Case& c : kCases) {
@@ -188,7 +188,7 @@ int run(const Options& options) {
                 reinterpret_cast<const char*>(glGetString(GL_RENDERER)), options.width, options.height,
                 options.rgb565 ? "RGB565" : "RGBA8", options.runs);
     {
-        const FractalProgram shader(resource("Shader.vsh"), resource("Shader.fsh"));
+        const FractalShader shader;
         const FractalProgram naive(resource("Shader.vsh"), naiveSource());
         printSpeed(FractalTarget(options.width, options.height, options.rgb565), shader, naive, options.runs);
         printDifferences(shader, naive, options);

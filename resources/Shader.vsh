@@ -14,13 +14,11 @@ uniform float uDwell;
 varying vec4 vPlane;  // the middle of the view is xy + zw: a point of the lattice of 2^-11, and the small rest
 varying vec2 vCorner; // pixels from the picture's bottom left, wherever the viewport lies
 varying vec4 vPixel;  // xy: the middle in these pixels; zw: plane units per pixel, with y upwards
-varying vec2 vLimit;  // iterations by plain and by split arithmetic, one of them 0; negative for Julia
+varying float vLimit; // iterations; negative for Julia
 varying vec4 vBase;   // palette: red, green, blue without waves; w: its phase in turns
 varying vec3 vEven;   // palette: share of the even wave
 varying vec3 vOdd;    // palette: share of the odd wave
 
-// Steps per pixel below this need more than a float holds.
-const float kDeepStep = 1.0e-6;
 // Turns of the palette per unit of the clock: a power of two, so that the product is exact, and small, so that a
 // clock of a hundred thousand still moves the palette evenly.
 const float kTurnsPerUnit = 0.0625;
@@ -71,9 +69,7 @@ void main() {
     vec2 stepSize = size / pixels;
     vCorner = (0.5 * aPosition + 0.5) * pixels;
     vPixel = vec4(0.5 * pixels, stepSize.x, -stepSize.y);
-    bool deep = min(abs(stepSize.x), abs(stepSize.y)) < kDeepStep;
-    float limit = uFractalType == 2 ? -floor(uDwell) : floor(uDwell);
-    vLimit = deep ? vec2(0.0, limit) : vec2(limit, 0.0);
+    vLimit = uFractalType == 2 ? -floor(uDwell) : floor(uDwell);
 
     // Points far out are just above the dark end.
     vBase.w = 0.56 + (uFractalColorCycling > 0.0 ? fract(uTime * kTurnsPerUnit) : 0.0);

@@ -39,6 +39,8 @@ void GameViewController::glkViewDrawInRect(GLKView&, CGRect rect) {
         }
         framesSkipped = 0;
     }
+    // The first frame does not wait for what only deep views need.
+    if (timeSinceFirstResume() > 0) _shader->prepareForDeepViews(rect);
     _shader->renderInRect(rect, timeSinceFirstResume());
 }
 

@@ -3,6 +3,7 @@
 #include "render/rwt_base_shader.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/foundation/cf_time.h"
 #include "platform/foundation/ns_bundle.h"
@@ -14,6 +15,9 @@ namespace {
 constexpr const char* className = "RWTBaseShader";
 constexpr GLfloat quad[8] = {-1, -1, -1, 1, 1, -1, 1, 1};
 constexpr GLsizei infoLogSize = 1024;
+
+/// Plane units from pixel to pixel. Below, floats show blocks.
+constexpr double finestPlainStep = 1.0e-6;
 
 constexpr double dwellFloor = 64;
 constexpr double dwellCeiling = 256;
@@ -41,6 +45,12 @@ const char* textOfGLError(GLenum code) {
 
 }  // namespace
 
+bool needsSplitArithmetic(CGRect fractalBounds, CGSize size) {
+    const double step = std::min(std::abs(fractalBounds.size.width) / size.width,
+                                 std::abs(fractalBounds.size.height) / size.height);
+    return step > 0 && step < finestPlainStep;
+}
+
 std::shared_ptr<RWTBaseShader> RWTBaseShader::initWithVertexShader(const std::string& vertexShader,
                                                                    const std::string& fragmentShader,
                                                                    uint8_t* depthBuffer, CGSize viewPort) {
@@ -59,7 +69,9 @@ RWTBaseShader::RWTBaseShader(std::string vertexShader, std::string fragmentShade
 }
 
 void RWTBaseShader::rebuild() {
+    _arithmetic = plain;
     _program = programWithVertexShader(_vertexShaderName, _fragmentShaderName);
+    _programs = {_program, 0};
     lookUpLocations();
     configureOpenGLES();
     logGLError();
@@ -107,10 +119,26 @@ void RWTBaseShader::configureOpenGLES() {
     logGLError();
 }
 
+void RWTBaseShader::useArithmetic(Arithmetic arithmetic) {
+    if (arithmetic == _arithmetic) return;
+    GLuint& program = _programs[arithmetic];
+    if (program == 0) program = programFromResources(_vertexShaderName, _fragmentShaderName, arithmetic);
+    _arithmetic = arithmetic;
+    _program = program;
+    lookUpLocations();
+    configureOpenGLES();
+}
+
 GLuint RWTBaseShader::shaderWithName(const std::string& name, GLenum type) {
+    return shaderFromResource(name, type, plain);
+}
+
+GLuint RWTBaseShader::shaderFromResource(const std::string& name, GLenum type, Arithmetic arithmetic) {
     std::optional<std::string> source;
     if (type == GL_VERTEX_SHADER) source = NSBundle::mainBundle().stringForResource(name, "vsh");
     if (type == GL_FRAGMENT_SHADER) source = NSBundle::mainBundle().stringForResource(name, "fsh");
+
+    if (source && arithmetic == split) source->insert(0, splitArithmeticPrologue);
 
     const GLuint shader = glCreateShader(type);
     // An absent file leaves the shader without a source, and the compiler reports that.
@@ -128,8 +156,13 @@ GLuint RWTBaseShader::shaderWithName(const std::string& name, GLenum type) {
 
 GLuint RWTBaseShader::programWithVertexShader(const std::string& vertexShader,
                                               const std::string& fragmentShader) {
-    const GLuint vertex = shaderWithName(vertexShader, GL_VERTEX_SHADER);
-    const GLuint fragment = shaderWithName(fragmentShader, GL_FRAGMENT_SHADER);
+    return programFromResources(vertexShader, fragmentShader, plain);
+}
+
+GLuint RWTBaseShader::programFromResources(const std::string& vertexShader, const std::string& fragmentShader,
+                                           Arithmetic arithmetic) {
+    const GLuint vertex = shaderFromResource(vertexShader, GL_VERTEX_SHADER, arithmetic);
+    const GLuint fragment = shaderFromResource(fragmentShader, GL_FRAGMENT_SHADER, arithmetic);
 
     const GLuint program = glCreateProgram();
     glAttachShader(program, vertex);
@@ -164,7 +197,24 @@ void RWTBaseShader::setFractalColorCycling(int32_t fractalColorCycling) {
     }
 }
 
+void RWTBaseShader::prepareForDeepViews(CGRect rect) {
+    if (_programs[split] != 0) return;
+    const Arithmetic before = _arithmetic;
+    useArithmetic(split);
+    setUniforms(rect);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(0, 0, 1, 1);
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+    glDisable(GL_SCISSOR_TEST);
+    logGLError();
+    useArithmetic(before);
+}
+
 void RWTBaseShader::renderInRect(CGRect rect, double time) {
+    const double scale = UIScreen::mainScreen().scale();
+    useArithmetic(needsSplitArithmetic(_fractalBounds, {rect.size.width * scale, rect.size.height * scale})
+                      ? split
+                      : plain);
     advancePaletteClock(time);
     const CFAbsoluteTime start = CFAbsoluteTimeGetCurrent();
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);

@@ -1,14 +1,22 @@
-// The one GL program that draws the fractal: loads and links it, feeds it the view at every frame, and adapts
-// its iteration limit to what a frame costs.
+// The GL program that draws the fractal: loads and links it, feeds it the view at every frame, and adapts its
+// iteration limit to what a frame costs. Where floats end, a second program of the same sources takes its
+// place.
 #pragma once
 
 #include <GLES2/gl2.h>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
 
 #include "platform/foundation/geometry.h"
+
+/// What stands before both sources in the program for deep views.
+inline constexpr const char* splitArithmeticPrologue = "#define DEEP\n";
+/// Whether the step from one pixel to the next is too fine for the plain arithmetic of floats.
+/// size: the picture in pixels.
+bool needsSplitArithmetic(CGRect fractalBounds, CGSize size);
 
 /// All operations need the app's GL context to be current, and come on the main thread.
 class RWTBaseShader {
@@ -34,6 +42,7 @@ class RWTBaseShader {
     float dwell() const { return _dwell; }
     /// Seconds that the palette has moved on, at the speed of the cycling.
     double paletteClock() const { return timeUnlessPaused; }
+    /// The program in use; the locations are its own.
     GLuint program() const { return _program; }
     GLint aPosition() const { return _aPosition; }
     GLint uResolution() const { return _uResolution; }
@@ -47,6 +56,9 @@ class RWTBaseShader {
 
     /// Whether the program is linked. A broken one is drawn with all the same, and leaves the clear colour.
     bool isUsable() const;
+    /// Has the program for deep views compiled and used once, on a pixel of the bound framebuffer, so that no
+    /// later frame waits for that. Before a frame that is drawn anyway.
+    void prepareForDeepViews(CGRect rect);
     /// Draws one frame into the bound framebuffer. rect: the view in points; time: seconds, growing.
     void renderInRect(CGRect rect, double time);
     /// Drains the GL error queue into the log.
@@ -69,6 +81,13 @@ class RWTBaseShader {
     RWTBaseShader(std::string vertexShader, std::string fragmentShader, uint8_t* depthBuffer,
                   CGSize viewPort);
 
+    /// The two ways to compute, by which the sources are compiled.
+    enum Arithmetic { plain, split };
+
+    GLuint shaderFromResource(const std::string& name, GLenum type, Arithmetic arithmetic);
+    GLuint programFromResources(const std::string& vertexShader, const std::string& fragmentShader,
+                                Arithmetic arithmetic);
+    void useArithmetic(Arithmetic arithmetic);
     void lookUpLocations();
     void createTexture();
     void advancePaletteClock(double time);
@@ -98,6 +117,9 @@ class RWTBaseShader {
     GLint _uDwell = 0;
     CGRect _fractalBounds;
 
+    /// One for each arithmetic; 0 for what is not made yet.
+    std::array<GLuint, 2> _programs{};
+    Arithmetic _arithmetic = plain;
     std::string _vertexShaderName;
     std::string _fragmentShaderName;
     std::recursive_mutex _lock;

@@ -1,5 +1,6 @@
 // The fractal's program against a recorded GL: the calls of creation and of a frame in their order, the
 // values they carry, the palette clock, the iteration limit and what is logged.
+#include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -100,6 +101,35 @@ TEST_F(BaseShaderCalls, AFrameSendsItsUniformsDrawsAndWaitsInOrder) {
                     line("glUniform4f", shader->uFractalBounds(), "-2 -1.5 1 1.5"),
                     line("glUniform1f", shader->uDeviceScale(), "2"),
                     line("glUniform1f", shader->uDwell(), "256"), "glDrawArrays strip 0 4?", "glFinish"));
+}
+
+TEST_F(BaseShaderCalls, DeepViewsHaveAProgramOfTheirOwn) {
+    const auto shader = makeShader();
+    shader->setFractalBounds(CGRectMake(-1.75, 0, 0.0064, 0.0036));
+    gl().calls.clear();
+    shader->prepareForDeepViews(screen);
+    EXPECT_EQ(gl().last("glLinkProgram"), "glLinkProgram 78");
+    EXPECT_EQ(gl().sources.rbegin()->second, "#define DEEP\ntext of Shader.fsh");
+    EXPECT_EQ(gl().last("glScissor"), "glScissor 0 0 1 1");
+    EXPECT_EQ(gl().last("glUseProgram"), "glUseProgram 77?");
+    gl().calls.clear();
+    shader->prepareForDeepViews(screen);
+    EXPECT_THAT(gl().calls, IsEmpty());
+
+    struct Case {
+        double width;
+        GLuint program;
+    };
+    // 1280 x 720 pixels; a view without extent, or one that is none, is not a deep one.
+    constexpr Case cases[] = {{0.00129, 77}, {0.00127, 78}, {-0.00127, 78}, {0, 77}, {NAN, 77}};
+    for (const Case& c : cases) {
+        shader->setFractalBounds(CGRectMake(-1.75, 0, c.width, c.width * 9 / 16));
+        shader->renderInRect(screen, 0);
+        EXPECT_EQ(shader->program(), c.program) << c.width;
+        EXPECT_EQ(gl().last("glUniform4f").substr(0, 14),
+                  "glUniform4f " + std::to_string(shader->uFractalBounds()))
+            << c.width;
+    }
 }
 
 TEST_F(BaseShaderCalls, TheIterationLimitFollowsTheCostOfFrames) {

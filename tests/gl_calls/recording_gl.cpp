@@ -72,9 +72,18 @@ void glGetShaderInfoLog(GLuint, GLsizei size, GLsizei*, GLchar* text) {
     record("glGetShaderInfoLog", size);
     answer(RecordingGL::shared().shaderLog, size, text);
 }
+void glEnable(GLenum capability) {
+    record("glEnable", capability == GL_SCISSOR_TEST ? "scissor" : "other");
+}
+void glDisable(GLenum capability) {
+    record("glDisable", capability == GL_SCISSOR_TEST ? "scissor" : "other");
+}
+void glScissor(GLint x, GLint y, GLsizei width, GLsizei height) {
+    record("glScissor", x, y, width, height);
+}
 GLuint glCreateProgram() {
     record("glCreateProgram");
-    return 77;
+    return RecordingGL::shared().nextProgram++;
 }
 void glAttachShader(GLuint program, GLuint) {
     record("glAttachShader", program);

@@ -16,6 +16,7 @@ struct RecordingGL {
     bool links = true;
     std::string shaderLog;
     std::string programLog;
+    unsigned nextProgram = 77;
     /// Sources by shader name.
     std::map<unsigned, std::string> sources;
 

@@ -2,37 +2,19 @@
 // Black is how people and the pilot tell the set from its surroundings, so it must survive 16-bit colour.
 #include <algorithm>
 #include <cstdlib>
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "hosts/headless/egl_context.h"
-#include "tests/support/fractal_drawing.h"
+#include "tests/support/fractal_test.h"
 
 namespace {
 
 constexpr int kPalettes = 11;
 constexpr int kOffered = 6;
 
-class FractalPaletteTest : public testing::Test {
+class FractalPaletteTest : public FractalTest {
   protected:
-    void SetUp() override {
-        std::string error;
-        context = EglContext::create(&error);
-        ASSERT_TRUE(context) << error;
-        ASSERT_TRUE(context->makeCurrent());
-        shader = std::make_unique<FractalProgram>(textOfFile(ZENTARO_RESOURCES_DIR "/Shader.vsh"),
-                                                  textOfFile(ZENTARO_RESOURCES_DIR "/Shader.fsh"));
-    }
-    void TearDown() override { shader.reset(); }
-
-    FractalPicture draw(const FractalView& view, int width, int height, bool rgb565) const {
-        const FractalTarget target(width, height, rgb565);
-        shader->draw(target, view);
-        return target.read();
-    }
-
     static double averageDifference(const FractalPicture& a, const FractalPicture& b) {
         double sum = 0.0;
         for (size_t i = 0; i < a.bytes.size(); ++i) {
@@ -40,9 +22,6 @@ class FractalPaletteTest : public testing::Test {
         }
         return sum / static_cast<double>(a.bytes.size());
     }
-
-    std::unique_ptr<EglContext> context;
-    std::unique_ptr<FractalProgram> shader;
 };
 
 const FractalView kFilament = {-0.7463F, 0.1102F, -0.7413F, 0.1130F};

@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <gtest/gtest.h>
 #include <limits>
 #include <memory>
-#include <string>
 #include <vector>
 
-#include "hosts/headless/egl_context.h"
-#include "tests/support/fractal_drawing.h"
 #include "tests/support/fractal_reference.h"
+#include "tests/support/fractal_test.h"
 
 namespace {
 
@@ -23,34 +20,18 @@ int difference(const uint8_t* a, const uint8_t* b) {
     return std::max({std::abs(a[0] - b[0]), std::abs(a[1] - b[1]), std::abs(a[2] - b[2])});
 }
 
-class FractalPictureTest : public testing::Test {
+class FractalPictureTest : public FractalTest {
   protected:
     void SetUp() override {
-        std::string error;
-        context = EglContext::create(&error);
-        ASSERT_TRUE(context) << error;
-        ASSERT_TRUE(context->makeCurrent());
-        const std::string vertex = textOfFile(ZENTARO_RESOURCES_DIR "/Shader.vsh");
-        shader = std::make_unique<FractalProgram>(vertex, textOfFile(ZENTARO_RESOURCES_DIR "/Shader.fsh"));
-        naive = std::make_unique<FractalProgram>(vertex,
+        FractalTest::SetUp();
+        naive = std::make_unique<FractalProgram>(textOfFile(ZENTARO_RESOURCES_DIR "/Shader.vsh"),
                                                  textOfFile(ZENTARO_SOURCE_DIR "/bench/fractal_naive.fsh"));
     }
-
     void TearDown() override {
-        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-        shader.reset();
         naive.reset();
+        FractalTest::TearDown();
     }
 
-    static FractalPicture draw(const FractalProgram& program, const FractalView& view, int width, int height,
-                               bool rgb565 = false) {
-        const FractalTarget target(width, height, rgb565);
-        program.draw(target, view);
-        return target.read();
-    }
-
-    std::unique_ptr<EglContext> context;
-    std::unique_ptr<FractalProgram> shader;
     std::unique_ptr<FractalProgram> naive;
 };
 
@@ -75,7 +56,7 @@ TEST_F(FractalPictureTest, OnlyPointsThatDoNotEscapeAreBlack) {
     constexpr int kWidth = 1280;
     constexpr int kHeight = 720;
     for (const NamedView& c : kMaskViews) {
-        const FractalPicture picture = draw(*shader, c.view, kWidth, kHeight, true);
+        const FractalPicture picture = draw(c.view, kWidth, kHeight, true);
         const FractalCounts reference = referenceCounts(c.view, kWidth, kHeight);
         int wrong = 0;
         for (int y = 0; y < kHeight; ++y) {
@@ -131,24 +112,24 @@ TEST_F(FractalPictureTest, DeepViewsAreCrisp) {
         {"julia", {0.119850F, 0.3402F, 0.119854F, 0.3402023F, 2}},
     };
     for (const NamedView& c : views) {
-        const FractalPicture picture = draw(*shader, c.view, 320, 180);
+        const FractalPicture picture = draw(c.view, 320, 180);
         const FractalCounts reference = referenceCounts(c.view, 320, 180);
         EXPECT_LT(shareOffPalette(picture, reference), 0.02) << c.name;
     }
     // The measure itself sees the blocks of plain floats.
-    const FractalPicture blocky = draw(*naive, views[0].view, 320, 180);
+    const FractalPicture blocky = draw(shader->plain(), views[0].view, 320, 180);
     EXPECT_GT(shareOffPalette(blocky, referenceCounts(views[0].view, 320, 180)), 0.05);
 }
 
 TEST_F(FractalPictureTest, TopEdgeShowsTheSmallestImaginaryPart) {
     // The tip of the period-3 bulb's antenna lies at i; the rectangle holds it in its lower half only.
-    const FractalPicture picture = draw(*shader, {-0.4F, 0.0F, 0.4F, 1.2F}, 64, 96);
+    const FractalPicture picture = draw({-0.4F, 0.0F, 0.4F, 1.2F}, 64, 96);
     EXPECT_TRUE(isBlack(picture.at(32, 0)));
     EXPECT_FALSE(isBlack(picture.at(32, 95)));
 }
 
 TEST_F(FractalPictureTest, JuliaIsSymmetricAboutItsCentre) {
-    const FractalPicture picture = draw(*shader, {-1.7777778F, -1.0F, 1.7777778F, 1.0F, 2}, 640, 360);
+    const FractalPicture picture = draw({-1.7777778F, -1.0F, 1.7777778F, 1.0F, 2}, 640, 360);
     int asymmetric = 0;
     for (int y = 0; y < 360; ++y) {
         for (int x = 0; x < 640; ++x) {
@@ -179,7 +160,7 @@ TEST_F(FractalPictureTest, AgreesWithThePlainShader) {
         cases.push_back(lower);
     }
     for (const Case& c : cases) {
-        const FractalPicture ours = draw(*shader, c.named.view, 640, 360);
+        const FractalPicture ours = draw(c.named.view, 640, 360);
         const FractalPicture plain = draw(*naive, c.named.view, 640, 360);
         int apart = 0;
         for (int y = 0; y < 360; ++y) {
@@ -196,7 +177,7 @@ TEST_F(FractalPictureTest, AnyLimitIsKept) {
     for (const float limit : {65.0F, 101.5F, 126.0F, 255.0F}) {
         FractalView view = kFilament.view;
         view.limit = limit;
-        const FractalPicture ours = draw(*shader, view, 640, 360);
+        const FractalPicture ours = draw(view, 640, 360);
         const FractalPicture plain = draw(*naive, view, 640, 360);
         int apart = 0;
         for (int y = 0; y < 360; ++y) {
@@ -220,7 +201,7 @@ TEST_F(FractalPictureTest, HostileRectanglesDrawSomethingOpaque) {
         for (const int type : {1, 2, -7}) {
             FractalView view = rectangle;
             view.type = type;
-            const FractalPicture picture = draw(*shader, view, 16, 16);
+            const FractalPicture picture = draw(view, 16, 16);
             for (size_t i = 3; i < picture.bytes.size(); i += 4) {
                 ASSERT_EQ(picture.bytes[i], 255)
                     << view.x1 << " " << view.y1 << " " << view.x2 << " " << view.y2;

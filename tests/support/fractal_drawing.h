@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "render/rwt_base_shader.h"
+
 struct FractalView {
     float x1 = 0.0F;
     float y1 = 0.0F;
@@ -103,9 +105,10 @@ class FractalTarget {
 // A linked pair of shaders and the calls that draw a view with it. Needs a current context.
 class FractalProgram {
   public:
-    FractalProgram(const std::string& vertexSource, const std::string& fragmentSource) {
-        const GLuint vertex = compile(GL_VERTEX_SHADER, vertexSource);
-        const GLuint fragment = compile(GL_FRAGMENT_SHADER, fragmentSource);
+    FractalProgram(const std::string& vertexSource, const std::string& fragmentSource,
+                   const std::string& prologue = "") {
+        const GLuint vertex = compile(GL_VERTEX_SHADER, prologue + vertexSource);
+        const GLuint fragment = compile(GL_FRAGMENT_SHADER, prologue + fragmentSource);
         _program = glCreateProgram();
         glAttachShader(_program, vertex);
         glAttachShader(_program, fragment);
@@ -164,4 +167,29 @@ class FractalProgram {
     }
 
     GLuint _program = 0;
+};
+
+// Shader.vsh and Shader.fsh as the app uses them: by plain or by split arithmetic, as the view asks.
+class FractalShader {
+  public:
+    FractalShader()
+        : FractalShader(textOfFile(ZENTARO_RESOURCES_DIR "/Shader.vsh"),
+                        textOfFile(ZENTARO_RESOURCES_DIR "/Shader.fsh")) {}
+
+    void draw(const FractalTarget& target, const FractalView& view) const {
+        const CGRect bounds = CGRectMake(view.x1, view.y1, static_cast<double>(view.x2) - view.x1,
+                                         static_cast<double>(view.y2) - view.y1);
+        const bool deep = needsSplitArithmetic(
+            bounds, CGSizeMake(static_cast<double>(target.width()), static_cast<double>(target.height())));
+        (deep ? _split : _plain).draw(target, view);
+    }
+    // The plain arithmetic, however deep the view.
+    const FractalProgram& plain() const { return _plain; }
+
+  private:
+    FractalShader(const std::string& vertex, const std::string& fragment)
+        : _plain(vertex, fragment), _split(vertex, fragment, splitArithmeticPrologue) {}
+
+    FractalProgram _plain;
+    FractalProgram _split;
 };
