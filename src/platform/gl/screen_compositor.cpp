@@ -3,6 +3,8 @@
 #include "platform/gl/screen_compositor.h"
 
 #include <cmath>
+#include <cstdint>
+#include <vector>
 
 #include "platform/gl/glk_view_controller.h"
 #include "platform/gl/textured_quad.h"
@@ -38,9 +40,9 @@ class OverlayTexture {
         const auto clipX = [&](double x) { return static_cast<float>(x / screenWidth * 2 - 1); };
         const auto clipY = [&](double y) { return static_cast<float>(1 - y / screenHeight * 2); };
         quad.draw(_texture,
-                  {clipX(CGRectGetMinX(_pixels)), clipY(CGRectGetMaxY(_pixels)),
-                   clipX(CGRectGetMaxX(_pixels)), clipY(CGRectGetMinY(_pixels))},
-                  TexturedQuad::Pixels::premultipliedBGRA);
+                  {clipX(CGRectGetMinX(_pixels)), clipY(CGRectGetMinY(_pixels)),
+                   clipX(CGRectGetMaxX(_pixels)), clipY(CGRectGetMaxY(_pixels))},
+                  TexturedQuad::Layer::over);
     }
 
     void forget() {
@@ -67,7 +69,7 @@ class OverlayTexture {
         glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
         const GLsizei width = _canvas->width();
         const GLsizei height = _canvas->height();
-        const uint8_t* pixels = _canvas->pixels().data();
+        const uint8_t* pixels = rgbaPixels();
         if (_texture == 0) glGenTextures(1, &_texture);
         glBindTexture(GL_TEXTURE_2D, _texture);
         if (width == _textureWidth && height == _textureHeight) {
@@ -84,7 +86,22 @@ class OverlayTexture {
         glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(bound));
     }
 
+    /// The canvas's B, G, R, A as the R, G, B, A of a GL texture: done once a repaint instead of once a
+    /// frame.
+    const uint8_t* rgbaPixels() {
+        const auto& pixels = _canvas->pixels();
+        _rgba.resize(pixels.size());
+        for (std::size_t i = 0; i + 3 < pixels.size(); i += 4) {
+            _rgba[i] = pixels[i + 2];
+            _rgba[i + 1] = pixels[i + 1];
+            _rgba[i + 2] = pixels[i];
+            _rgba[i + 3] = pixels[i + 3];
+        }
+        return _rgba.data();
+    }
+
     std::unique_ptr<BitmapCanvas> _canvas;
+    std::vector<uint8_t> _rgba;
     /// Pixels from the screen's top left; empty while nothing is painted.
     CGRect _pixels;
     GLuint _texture = 0;
@@ -101,7 +118,7 @@ class ScreenCompositor : public FramePresenter {
         if (const OffscreenDrawable* drawable = view->retainedDrawable()) {
             const GLKView::PixelRect place = view->placeOnScreen();
             glViewport(place.x, place.y, place.width, place.height);
-            _quad.draw(drawable->texture(), {}, TexturedQuad::Pixels::opaque);
+            _quad.draw(drawable->texture(), {}, TexturedQuad::Layer::below);
         }
         glViewport(0, 0, surface.pixelWidth(), surface.pixelHeight());
         // Fonts and icons wait until the first frame is on the screen.

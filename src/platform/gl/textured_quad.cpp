@@ -13,10 +13,9 @@ constexpr GLfloat corners[8] = {0, 0, 0, 1, 1, 0, 1, 1};
 constexpr const char* vertexSource = R"(
 attribute vec2 aCorner;
 uniform vec4 uPlace;
-uniform mediump float uCanvas;
 varying vec2 vTexture;
 void main() {
-    vTexture = vec2(aCorner.x, mix(aCorner.y, 1.0 - aCorner.y, uCanvas));
+    vTexture = aCorner;
     gl_Position = vec4(mix(uPlace.xy, uPlace.zw, aCorner), 0.0, 1.0);
 }
 )";
@@ -24,11 +23,9 @@ void main() {
 constexpr const char* fragmentSource = R"(
 precision mediump float;
 uniform sampler2D uTexture;
-uniform mediump float uCanvas;
 varying highp vec2 vTexture;
 void main() {
-    vec4 color = texture2D(uTexture, vTexture);
-    gl_FragColor = mix(vec4(color.rgb, 1.0), color.bgra, uCanvas);
+    gl_FragColor = texture2D(uTexture, vTexture);
 }
 )";
 
@@ -78,23 +75,22 @@ bool TexturedQuad::ensureProgram() {
         GLchar messages[512] = {};
         glGetProgramInfoLog(_program, sizeof messages, nullptr, messages);
         NSLog("The overlay cannot be drawn: %s", messages);
-        release();
+        glDeleteProgram(_program);
+        _program = 0;
         _failed = true;
         return false;
     }
     _uPlace = glGetUniformLocation(_program, "uPlace");
-    _uCanvas = glGetUniformLocation(_program, "uCanvas");
     return true;
 }
 
-void TexturedQuad::draw(GLuint texture, ClipRect place, Pixels pixels) {
+void TexturedQuad::draw(GLuint texture, ClipRect place, Layer layer) {
     const SavedState saved;
     if (!ensureProgram()) return;
     glUseProgram(_program);
     glBindTexture(GL_TEXTURE_2D, texture);
-    glUniform4f(_uPlace, place.left, place.bottom, place.right, place.top);
-    glUniform1f(_uCanvas, pixels == Pixels::premultipliedBGRA ? 1.0F : 0.0F);
-    if (pixels == Pixels::premultipliedBGRA) {
+    glUniform4f(_uPlace, place.left, place.firstRow, place.right, place.lastRow);
+    if (layer == Layer::over) {
         glEnable(GL_BLEND);
         glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     }
@@ -102,11 +98,6 @@ void TexturedQuad::draw(GLuint texture, ClipRect place, Pixels pixels) {
     glVertexAttribPointer(cornerAttribute, 2, GL_FLOAT, GL_FALSE, 0, corners);
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
     glDisableVertexAttribArray(cornerAttribute);
-}
-
-void TexturedQuad::release() {
-    if (_program) glDeleteProgram(_program);
-    forget();
 }
 
 void TexturedQuad::forget() {

@@ -3,27 +3,25 @@
 #pragma once
 
 #include <GLES2/gl2.h>
-#include <optional>
 
-/// Where a rectangle lies on the screen, in clip space: left and bottom -1, right and top 1.
+/// Where the edges of a texture go, in clip space: left and bottom of the screen -1, right and top 1.
+/// firstRow above lastRow is how canvases want it, whose rows go down.
 struct ClipRect {
     float left = -1;
-    float bottom = -1;
+    float firstRow = -1;
     float right = 1;
-    float top = 1;
+    float lastRow = 1;
 };
 
 class TexturedQuad {
   public:
-    enum class Pixels {
-        opaque,             ///< R, G, B; replaces what is below
-        premultipliedBGRA,  ///< rows from the top, as canvases hold them; laid over what is below
+    enum class Layer {
+        below,  ///< replaces what is there
+        over,   ///< premultiplied, laid over what is there
     };
 
-    /// Compiles its program at the first call. The texture's first row lies at the bottom for opaque pixels,
-    /// at the top for a canvas's.
-    void draw(GLuint texture, ClipRect place, Pixels pixels);
-    void release();
+    /// Compiles its program at the first call.
+    void draw(GLuint texture, ClipRect place, Layer layer);
     /// The GL names died with their context.
     void forget();
 
@@ -33,5 +31,4 @@ class TexturedQuad {
     GLuint _program = 0;
     bool _failed = false;
     GLint _uPlace = -1;
-    GLint _uCanvas = -1;
 };
