@@ -197,6 +197,11 @@ void RWTBaseShader::setFractalColorCycling(int32_t fractalColorCycling) {
     }
 }
 
+KeyValueTable RWTBaseShader::makeKeyValueTable() {
+    return {{"fractalBounds", KeyValueAccess<CGRect>{[this] { return _fractalBounds; },
+                                                     [this](const CGRect& r) { _fractalBounds = r; }}}};
+}
+
 void RWTBaseShader::prepareForDeepViews(CGRect rect) {
     if (_programs[split] != 0) return;
     const Arithmetic before = _arithmetic;

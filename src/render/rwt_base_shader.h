@@ -11,6 +11,7 @@
 #include <string>
 
 #include "platform/foundation/geometry.h"
+#include "platform/foundation/key_value.h"
 
 /// What stands before both sources in the program for deep views.
 inline constexpr const char* splitArithmeticPrologue = "#define DEEP\n";
@@ -18,8 +19,9 @@ inline constexpr const char* splitArithmeticPrologue = "#define DEEP\n";
 /// size: the picture in pixels.
 bool needsSplitArithmetic(CGRect fractalBounds, CGSize size);
 
-/// All operations need the app's GL context to be current, and come on the main thread.
-class RWTBaseShader {
+/// All operations need the app's GL context to be current, and come on the main thread. Tweens move
+/// "fractalBounds".
+class RWTBaseShader : public KeyValueCoding {
   public:
     /// Loads, compiles and links the two resources (names without extension), binds the quad and makes the
     /// texture object. A broken shader is logged and used as it is. depthBuffer (not owned) and viewPort
@@ -76,6 +78,9 @@ class RWTBaseShader {
 
     /// Guards a jump of the view against whoever else moves it.
     std::recursive_mutex& lock() { return _lock; }
+
+  protected:
+    KeyValueTable makeKeyValueTable() override;
 
   private:
     RWTBaseShader(std::string vertexShader, std::string fragmentShader, uint8_t* depthBuffer,

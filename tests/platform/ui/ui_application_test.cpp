@@ -81,7 +81,10 @@ class Window : public WindowControl {
 
 class UIApplicationTest : public testing::Test {
   protected:
-    UIApplicationTest() { delegate->shownWindow->setRootViewController(root); }
+    UIApplicationTest() {
+        UIScreen::mainScreen().setSizeAndScale({1280, 720}, 1);
+        delegate->shownWindow->setRootViewController(root);
+    }
     ~UIApplicationTest() override {
         ViewAnimator::shared().reset();
         UIScreen::mainScreen().setSizeAndScale({1280, 720}, 1);
