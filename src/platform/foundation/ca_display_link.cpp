@@ -16,7 +16,6 @@ void CADisplayLink::addToRunLoop(NSRunLoop& loop) {
 void CADisplayLink::invalidate() {
     const auto self = shared_from_this();
     if (_loop) _loop->remove(*this);
-    _loop = nullptr;
     _block.reset();
 }
 
