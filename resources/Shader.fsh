@@ -78,7 +78,11 @@ void iterate(vec2 p, bool mandelbrot, float limit, inout float k, inout float r)
     float t;
     vec2 seen = vec2(9.0);
     float renew = 16.0;
-    for (int i = 0; i < 64; ++i) {
+    for (int i = 0; i < 32; ++i) {
+        STEP STEP STEP STEP
+        k += 4.0;
+        r = x * x + y * y;
+        if (r > kEscape || k >= limit) { break; }
         STEP STEP STEP STEP
         k += 4.0;
         r = x * x + y * y;
