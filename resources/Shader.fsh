@@ -1,15 +1,18 @@
-// The fractal: escape time of z -> z^2 + c from z = the pixel's point, counted continuously, in a smooth palette.
+// The fractal: escape time of z -> z^2 + c from z = the pixel's point, counted continuously, in a smooth
+// palette.
 //
-// How it is fast. The loop tests for escape once in four steps, not in each: a point that has left radius 8 only
-// moves further out, and the continuous count from |z|^2 at the end of the four is that of the step it left (to
-// 1/100 of an iteration), so nothing is replayed. Four steps from inside radius 8 stay below float overflow. The
-// steps stand written out, since some compilers leave inner loops as they are. Points of the cardioid and of the
-// disc of period 2 need no loop; other interiors end it when z takes a value it has had before, bit for bit. What is
-// the same for all pixels comes in varyings, and the logarithm is taken once, after the loop.
+// How it is fast. The loop tests for escape once in four steps, not in each: a point that has left radius 8
+// only moves further out, and the continuous count from |z|^2 at the end of the four is that of the step it
+// left (to 1/100 of an iteration), so nothing is replayed. Four steps from inside radius 8 stay below float
+// overflow. The steps stand written out, since some compilers leave inner loops as they are. Points of the
+// cardioid and of the disc of period 2 need no loop; other interiors end it when z takes a value it has had
+// before, bit for bit. What is the same for all pixels comes in varyings, and the logarithm is taken once,
+// after the loop.
 //
-// How it is deep. Where a pixel's step is too fine for floats, the app draws with the program made of this file with
-// DEEP defined: z is Z + d and c is C + e, Z and C on a lattice of 2^-11, so coarse that Z^2 + C is exact in 24 bits,
-// d and e small, so that 2 Z d + d^2 + e is rounded some 2^-34 down. Each step moves what d has outgrown into Z.
+// How it is deep. Where a pixel's step is too fine for floats, the app draws with the program made of this
+// file with DEEP defined: z is Z + d and c is C + e, Z and C on a lattice of 2^-11, so coarse that Z^2 + C is
+// exact in 24 bits, d and e small, so that 2 Z d + d^2 + e is rounded some 2^-34 down. Each step moves what d
+// has outgrown into Z.
 precision highp float;
 precision highp int;
 
@@ -94,8 +97,8 @@ void iterate(vec2 p, bool mandelbrot, float limit, inout float k, inout float r)
 #endif
 
 void main() {
-    // Whole pixels from the middle outwards, so that what is symmetric stays so to the last bit, and a tile of a larger
-    // picture has the very pixels of the whole.
+    // Whole pixels from the middle outwards, so that what is symmetric stays so to the last bit, and a tile
+    // of a larger picture has the very pixels of the whole.
     vec2 rest = vPlane.zw + ((floor(vCorner) + 0.5) - vPixel.xy) * vPixel.zw;
     vec2 p = vPlane.xy + rest;
     bool mandelbrot = vLimit > 0.0;

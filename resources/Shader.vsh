@@ -11,7 +11,7 @@ uniform int uFractalColoring;
 uniform float uFractalColorCycling;
 uniform float uDwell;
 
-varying vec4 vPlane;  // the middle of the view is xy + zw: a point of the lattice of 2^-11, and the small rest
+varying vec4 vPlane;  // the view's middle is xy + zw: a point of the lattice of 2^-11, and the small rest
 varying vec2 vCorner; // pixels from the picture's bottom left, wherever the viewport lies
 varying vec4 vPixel;  // xy: the middle in these pixels; zw: plane units per pixel, with y upwards
 varying float vLimit; // iterations; negative for Julia
@@ -19,8 +19,8 @@ varying vec4 vBase;   // palette: red, green, blue without waves; w: its phase i
 varying vec3 vEven;   // palette: share of the even wave
 varying vec3 vOdd;    // palette: share of the odd wave
 
-// Turns of the palette per unit of the clock: a power of two, so that the product is exact, and small, so that a
-// clock of a hundred thousand still moves the palette evenly.
+// Turns of the palette per unit of the clock: a power of two, so that the product is exact, and small, so
+// that a clock of a hundred thousand still moves the palette evenly.
 const float kTurnsPerUnit = 0.0625;
 
 // NaN and what is out of all reach become points far out.
@@ -37,9 +37,10 @@ vec3 unpack(float v) {
     return vec3(floor(v / 65536.0), floor(mod(v, 65536.0) / 256.0), mod(v, 256.0)) / 255.0;
 }
 
-// A palette is the square of three square roots of colours: at its dark end, at its bright end half a turn later, and
-// the tilt (around 128) between the way up and the way down. Packed, since a choice of three numbers compiles in a
-// fraction of the time that one of nine takes. The waves of Shader.fsh reach 1/16 and about 1/20.8.
+// A palette is the square of three square roots of colours: at its dark end, at its bright end half a turn
+// later, and the tilt (around 128) between the way up and the way down. Packed, since a choice of three
+// numbers compiles in a fraction of the time that one of nine takes. The waves of Shader.fsh reach 1/16 and
+// about 1/20.8.
 void choosePalette(int palette) {
     vec3 codes = vec3(0x051F54, 0xFFF5DB, 0xC0852E); // deep blue and gold
     codes = palette == 1 ? vec3(0x290514, 0xFFEB99, 0x61719F) : codes; // fire

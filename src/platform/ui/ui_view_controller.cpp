@@ -31,6 +31,8 @@ void UIViewController::setView(std::shared_ptr<UIView> view) {
     if (view == _view) return;
     const std::shared_ptr<UIView> former = std::exchange(_view, std::move(view));
     if (_view) _view->setOwningController(this);
+    // Dropped to save memory: loaded anew when it is asked for again.
+    if (!_view) _loaded = false;
     if (!former) return;
     former->setOwningController(nullptr);
     UIView* const container = former->superview();
