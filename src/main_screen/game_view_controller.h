@@ -1,20 +1,25 @@
 // The main screen: the fractal over the whole screen with a toolbar laid over it.
-// One class, a file for each concern: loading, view state, drawing, menu.
+// One class, a file for each concern: loading, view state, drawing, menu, targets, pilot.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "main_screen/fractal_bounds.h"
 #include "main_screen/key_help_view.h"
+#include "main_screen/target_search.h"
 #include "platform/gl/glk_view_controller.h"
 #include "platform/graphics/cg_bitmap_context.h"
 #include "platform/ui/ui_control.h"
 #include "platform/ui/ui_toolbar.h"
 #include "render/rwt_base_shader.h"
 #include "screens/swallow_touches_view.h"
+#include "tween/gs_tween.h"
 
 class GameViewController : public GLKViewController {
   public:
@@ -72,6 +77,30 @@ class GameViewController : public GLKViewController {
     const std::shared_ptr<EAGLContext>& context() const { return _context; }
     const std::shared_ptr<RWTBaseShader>& shader() const { return _shader; }
 
+    // Pilot
+    /// Why a flight goes home: nothing busy on the screen, or no candidate at a good distance (at the limit
+    /// of the GPU's precision: always).
+    enum class Bounce { none, noTargets, noGoodTargets };
+    /// A flight that sets out from one rectangle to another.
+    struct Flight {
+        FractalBounds from;
+        FractalBounds to;
+        Bounce bounce = Bounce::none;
+    };
+    /// While the menu is hidden and no flight is under way: looks at the frame, chooses, sets out.
+    void update() override;
+    /// Flies to a rectangle in five seconds, in the place of whatever moves the view now.
+    void tweenTo(FractalBounds destination);
+    /// Whether the sampled frame is busy around a pixel.
+    bool isInterestingX(int32_t x, int32_t y) const;
+    /// Adds at most one target from the sampled frame; where the GPU's precision ends, the top view is left
+    /// alone.
+    void addNewTarget();
+    /// Called with each flight that the pilot chooses. For the command line and developers.
+    void setFlightObserver(std::function<void(const Flight&)> observer) {
+        _flightObserver = std::move(observer);
+    }
+
     // Menu
     void showMenu(bool animated);
     void hideMenu(bool animated);
@@ -99,6 +128,10 @@ class GameViewController : public GLKViewController {
     std::shared_ptr<UIBarButtonItem> toggleRecordButton;
     std::shared_ptr<UIBarButtonItem> infoButton;
 
+    /// The flight under way or paused, and the glide after a gesture; empty for none.
+    std::shared_ptr<GSTween> tween;
+    std::shared_ptr<GSTween> animtween;
+
     bool isMenuHiding() const { return menuHiding; }
     std::vector<FractalBounds>& targets() { return _targets; }
 
@@ -115,6 +148,15 @@ class GameViewController : public GLKViewController {
     void refitToScreen();
     void makeContext();
     void save(const std::string& key, int32_t value);
+    void sampleFrame();
+    void drawFrameIntoSamplingBitmap();
+    SamplingBitmap samplingBitmap() const { return {_textureBuffer.get(), texture_width, texture_height}; }
+    int32_t shaderPrecisionBits();
+    Flight chooseFlight();
+    Flight flightHome(Bounce why) const;
+    void jumpToNextSnapshotSpot();
+    /// Ends flight and glide where they are.
+    void stopTweens();
 
     std::shared_ptr<EAGLContext> _context;
     std::shared_ptr<RWTBaseShader> _shader;
@@ -128,6 +170,11 @@ class GameViewController : public GLKViewController {
     float menuAlpha = 0;
     float interfaceScale = 0;
     std::vector<FractalBounds> _targets;
+    /// Held by the pilot's step; the shader's own lock guards jumps.
+    std::recursive_mutex _lock;
+    std::function<void(const Flight&)> _flightObserver;
+    /// As the driver of the present context says; it is asked once.
+    std::optional<int32_t> _shaderPrecisionBits;
 
     int32_t texture_width = 0;   ///< the longer side of the view in points
     int32_t texture_height = 0;  ///< the shorter side

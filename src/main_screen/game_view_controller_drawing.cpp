@@ -78,6 +78,7 @@ void GameViewController::contextLost() {
     makeContext();
     if (const auto view = glkView()) view->setContext(_context);
     glClearColor(1, 0, 1, 1);
+    _shaderPrecisionBits.reset();
     _shader->rebuild();
 }
 

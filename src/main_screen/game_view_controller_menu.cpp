@@ -101,14 +101,6 @@ void GameViewController::hideMenu(bool animated) {
         });
 }
 
-void GameViewController::togglePilot(Sender) {
-    if (menuHiding) {
-        showMenu(true);
-    } else {
-        hideMenu(true);
-    }
-}
-
 void GameViewController::shareScreen(Sender) {
     NSLog("Sharing comes with a later version; this view is %s",
           coordinatesForDeeplink(_shader->fractalBounds()).c_str());

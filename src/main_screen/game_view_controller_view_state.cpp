@@ -42,6 +42,7 @@ void GameViewController::resetScreen(Sender sender) {
     }
     const std::lock_guard guard(_shader->lock());
     _targets.clear();
+    stopTweens();
     _shader->setFractalBounds(fitted);
 }
 
