@@ -18,6 +18,7 @@ constexpr Command commands[] = {
     {"showAbout:", "About", "I", HostKey::character, "i"},
     {"toggleFullscreen:", "Full screen", "F11", HostKey::f11, ""},
     {"toggleKeyHelp:", "This list", "?", HostKey::character, "?"},
+    {"toggleDeveloperOverlay:", "Figures for developers", "F1", HostKey::f1, ""},
     {"leave:", "Leave full screen, then quit", "Esc", HostKey::escape, ""},
 };
 

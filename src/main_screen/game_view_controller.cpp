@@ -8,7 +8,6 @@
 #include "platform/foundation/ns_notification_center.h"
 #include "platform/foundation/ns_user_defaults.h"
 #include "platform/media/rp_screen_recorder.h"
-#include "platform/ui/ui_gesture_recognizer.h"
 
 void GameViewController::viewDidLoad() {
     GLKViewController::viewDidLoad();
@@ -29,8 +28,7 @@ void GameViewController::viewDidLoad() {
     copyStateToShader();
     observeActivation();
     menuAlpha = menuView ? static_cast<float>(menuView->alpha()) : 1.0F;
-    view()->addGestureRecognizer(
-        std::make_shared<UITapGestureRecognizer>([this](UIGestureRecognizer&) { togglePilot(nullptr); }));
+    attachGestures();
 }
 
 void GameViewController::viewWillAppear(bool animated) {

@@ -1,5 +1,5 @@
 // The main screen: the fractal over the whole screen with a toolbar laid over it.
-// One class, a file for each concern: loading, view state, drawing, menu, targets, pilot.
+// One class, a file for each concern: loading, view state, drawing, menu, targets, pilot, touch.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,16 @@
 #include <string>
 #include <vector>
 
+#include "main_screen/developer_overlay_view.h"
 #include "main_screen/fractal_bounds.h"
 #include "main_screen/key_help_view.h"
 #include "main_screen/target_search.h"
 #include "platform/gl/glk_view_controller.h"
 #include "platform/graphics/cg_bitmap_context.h"
 #include "platform/ui/ui_control.h"
+#include "platform/ui/ui_magnification_gesture_recognizer.h"
+#include "platform/ui/ui_pan_gesture_recognizer.h"
+#include "platform/ui/ui_pinch_gesture_recognizer.h"
 #include "platform/ui/ui_toolbar.h"
 #include "render/rwt_base_shader.h"
 #include "screens/swallow_touches_view.h"
@@ -101,6 +105,22 @@ class GameViewController : public GLKViewController {
         _flightObserver = std::move(observer);
     }
 
+    // Touch
+    void pan(UIPanGestureRecognizer& recognizer);
+    /// Both sides become 2 - scale times as long: a step of 2 or more turns the view inside out.
+    void pinch(UIPinchGestureRecognizer& recognizer);
+    /// Wheel and trackpad: what lies under the pointer stays there.
+    void magnify(UIMagnificationGestureRecognizer& recognizer);
+    void moveLeft(Sender sender);
+    void moveRight(Sender sender);
+    void moveUp(Sender sender);
+    void moveDown(Sender sender);
+    void zoomIn(Sender sender);
+    void zoomOut(Sender sender);
+    /// Kept for who asks: no gesture heeds it.
+    bool ignoreTouches() const { return _ignoreTouches; }
+    void setIgnoreTouches(bool ignoreTouches) { _ignoreTouches = ignoreTouches; }
+
     // Menu
     void showMenu(bool animated);
     void hideMenu(bool animated);
@@ -110,6 +130,7 @@ class GameViewController : public GLKViewController {
     void showAbout(Sender sender);
     void toggleFullscreen(Sender sender);
     void toggleKeyHelp(Sender sender);
+    void toggleDeveloperOverlay(Sender sender);
     /// Closes the list of keys, else leaves full screen, else quits.
     void leave(Sender sender);
     /// Other screens come back here.
@@ -157,6 +178,12 @@ class GameViewController : public GLKViewController {
     void jumpToNextSnapshotSpot();
     /// Ends flight and glide where they are.
     void stopTweens();
+    void attachGestures();
+    /// Ends flight and glide for good: the pilot starts afresh from wherever the view is then.
+    void takeFromPilot();
+    void startGlide(CGRect goal, double seconds);
+    void glideBy(CGFloat dx, CGFloat dy);
+    void glideZoom(CGFloat factor);
 
     std::shared_ptr<EAGLContext> _context;
     std::shared_ptr<RWTBaseShader> _shader;
@@ -170,6 +197,9 @@ class GameViewController : public GLKViewController {
     float menuAlpha = 0;
     float interfaceScale = 0;
     std::vector<FractalBounds> _targets;
+    /// Where animtween ends.
+    CGRect _glideGoal;
+    bool _ignoreTouches = false;
     /// Held by the pilot's step; the shader's own lock guards jumps.
     std::recursive_mutex _lock;
     std::function<void(const Flight&)> _flightObserver;
@@ -187,4 +217,5 @@ class GameViewController : public GLKViewController {
     UIImageRef textureImage;
     std::shared_ptr<UIImageView> textureImageView;
     std::shared_ptr<KeyHelpView> _keyHelp;
+    std::shared_ptr<DeveloperOverlayView> _developerOverlay;
 };

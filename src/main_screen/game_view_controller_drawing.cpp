@@ -42,6 +42,7 @@ void GameViewController::glkViewDrawInRect(GLKView&, CGRect rect) {
     // The first frame does not wait for what only deep views need.
     if (timeSinceFirstResume() > 0) _shader->prepareForDeepViews(rect);
     _shader->renderInRect(rect, timeSinceFirstResume());
+    if (_developerOverlay) _developerOverlay->noteFrame(_shader->frameCost());
 }
 
 UIImageRef GameViewController::renderedImage() {

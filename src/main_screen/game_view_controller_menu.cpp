@@ -37,6 +37,7 @@ constexpr NamedAction actions[] = {
     {"showAbout:", &GameViewController::showAbout, &GameViewController::infoButton},
     {"toggleFullscreen:", &GameViewController::toggleFullscreen},
     {"toggleKeyHelp:", &GameViewController::toggleKeyHelp},
+    {"toggleDeveloperOverlay:", &GameViewController::toggleDeveloperOverlay},
     {"leave:", &GameViewController::leave},
 };
 

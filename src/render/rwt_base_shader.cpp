@@ -227,7 +227,8 @@ void RWTBaseShader::renderInRect(CGRect rect, double time) {
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
     logGLError();
     glFinish();
-    adaptDwell(static_cast<float>((CFAbsoluteTimeGetCurrent() - start) * 1000));
+    _frameCost = static_cast<float>((CFAbsoluteTimeGetCurrent() - start) * 1000);
+    adaptDwell();
 }
 
 void RWTBaseShader::advancePaletteClock(double time) {
@@ -264,11 +265,12 @@ void RWTBaseShader::setUniforms(CGRect rect) {
     logGLError();
 }
 
-void RWTBaseShader::adaptDwell(float cost) {
+void RWTBaseShader::adaptDwell() {
+    const double cost = static_cast<double>(_frameCost);
     const double dwell = static_cast<double>(_dwell);
-    if (static_cast<double>(cost) < fastFrame) {
+    if (cost < fastFrame) {
         _dwell = static_cast<float>(std::min(dwell + dwellStepUp, dwellCeiling));
-    } else if (static_cast<double>(cost) > slowFrame) {
+    } else if (cost > slowFrame) {
         _dwell = static_cast<float>(std::max(dwell - dwellStepDown, dwellFloor));
     }
 }

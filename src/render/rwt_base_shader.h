@@ -42,6 +42,8 @@ class RWTBaseShader : public KeyValueCoding {
 
     /// The iteration limit of the next frame, 64 to 256.
     float dwell() const { return _dwell; }
+    /// Milliseconds that the last frame took, the GPU's work included.
+    float frameCost() const { return _frameCost; }
     /// Seconds that the palette has moved on, at the speed of the cycling.
     double paletteClock() const { return timeUnlessPaused; }
     /// The program in use; the locations are its own.
@@ -97,7 +99,7 @@ class RWTBaseShader : public KeyValueCoding {
     void createTexture();
     void advancePaletteClock(double time);
     void setUniforms(CGRect rect);
-    void adaptDwell(float cost);
+    void adaptDwell();
 
     [[maybe_unused]] uint8_t* _depthBuffer;
     [[maybe_unused]] CGSize _size;
@@ -125,6 +127,7 @@ class RWTBaseShader : public KeyValueCoding {
     /// One for each arithmetic; 0 for what is not made yet.
     std::array<GLuint, 2> _programs{};
     Arithmetic _arithmetic = plain;
+    float _frameCost = 0;
     std::string _vertexShaderName;
     std::string _fragmentShaderName;
     std::recursive_mutex _lock;

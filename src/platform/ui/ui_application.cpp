@@ -164,6 +164,7 @@ struct UIApplication::EventHandler {
 };
 
 void UIApplication::handle(const HostEvent& event) {
+    if (_eventObserver) _eventObserver(event);
     std::visit(EventHandler{*this}, event);
 }
 

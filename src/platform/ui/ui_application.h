@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/host/host_event.h"
@@ -48,6 +49,10 @@ class UIApplication {
     /// Starts the delegate and makes the app active. NO if the delegate refused.
     bool launch();
     void handle(const HostEvent& event);
+    /// Sees every event before it is handled; an empty function sees none.
+    void setEventObserver(std::function<void(const HostEvent&)> observer) {
+        _eventObserver = std::move(observer);
+    }
     /// One frame at the host's time (seconds, monotonic; a step back counts as standing still): main queue,
     /// display links, view animations, the root controller's per-frame update, drawing. Nothing while hidden:
     /// the app's clock stands still then.
@@ -72,6 +77,7 @@ class UIApplication {
     std::shared_ptr<UIApplicationDelegate> _delegate;
     WindowControl* _control;
     std::unique_ptr<FramePresenter> _presenter;
+    std::function<void(const HostEvent&)> _eventObserver;
     double _time = 0;
     bool _visible = true;
     bool _firstFrameShown = false;
