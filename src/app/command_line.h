@@ -27,7 +27,16 @@ struct SnapshotOptions {
     std::optional<int32_t> fractalType;
     std::optional<int32_t> palette;
     std::optional<ViewCorners> view;
-    std::optional<uint64_t> seed;
+};
+
+/// A flight of the autopilot without a display. What is absent is as in the settings.
+struct FlightOptions {
+    double seconds = 0;  ///< above 0, at most kLongestFlight
+    int32_t fps = 60;    ///< frames a second of the flight's clock
+    std::optional<int32_t> fractalType;
+    std::optional<int32_t> palette;
+    std::optional<int32_t> cycling;
+    std::string framesFolder;  ///< empty: no pictures
 };
 
 struct CommandLineOptions {
@@ -37,7 +46,11 @@ struct CommandLineOptions {
     bool fullscreen = false;
     std::string defaultsFile;  ///< empty: the user's own
     bool verbose = false;
+    /// Absent: other random numbers at every start.
+    std::optional<uint64_t> seed;
+    /// At most one of the two; neither: a window.
     std::optional<SnapshotOptions> snapshot;
+    std::optional<FlightOptions> flight;
     /// Nothing at all was asked for: the friendliest thing possible may be done.
     bool plainStart = true;
 };
@@ -58,6 +71,9 @@ CommandLine parseCommandLine(std::span<const std::string_view> arguments);
 
 /// The largest side of a picture or window in pixels.
 inline constexpr int32_t kLargestPictureSide = 16384;
+
+/// Seconds.
+inline constexpr double kLongestFlight = 1e6;
 
 /// Pixels for that many points, rounded to whole ones.
 int32_t pixelsForPoints(CGFloat points, double scale);

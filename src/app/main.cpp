@@ -1,5 +1,5 @@
 // The program's entry: reads the command line and starts what it asks for.
-// The last line of every failure is here or in the two starts: one line on stderr, status 2.
+// The last line of every failure is here or in the starts: one line on stderr, status 2.
 #include <chrono>
 #include <cstdio>
 #include <string>
@@ -10,6 +10,7 @@
 #include "app/command_line.h"
 #include "app/main_starts.h"
 #include "platform/foundation/ns_log.h"
+#include "platform/foundation/random_source.h"
 
 namespace {
 
@@ -24,7 +25,10 @@ void logWithTimes(Clock::time_point begun) {
 
 int start(const CommandLineOptions& options, Clock::time_point begun) {
     if (options.verbose) logWithTimes(begun);
-    return options.snapshot ? startSnapshot(options) : startDesktop(options, begun);
+    if (options.seed) RandomSource::shared().seed(*options.seed);
+    if (options.snapshot) return startSnapshot(options);
+    if (options.flight) return startFlight(options);
+    return startDesktop(options, begun);
 }
 
 }  // namespace

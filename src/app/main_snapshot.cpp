@@ -10,14 +10,10 @@
 #include <vector>
 
 #include "app/ios_app_delegate.h"
+#include "app/main_headless.h"
 #include "app/main_starts.h"
-#include "hosts/headless/headless_host.h"
 #include "hosts/headless/overlay_bands.h"
-#include "hosts/native/file_preferences_store.h"
-#include "hosts/native/held_log.h"
-#include "hosts/native/memory_preferences_store.h"
 #include "hosts/native/picture_file_writer.h"
-#include "main_screen/game_view_controller.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/ui/ui_screen.h"
 
@@ -132,10 +128,6 @@ std::string drawInto(const SnapshotOptions& options, GLKView& view, UIWindow& wi
     return file.finish() ? std::string() : file.error();
 }
 
-std::string whyUnreadable(const std::string& path, const FilePreferencesStore& file) {
-    return file.lastError().empty() ? path + ": there is no such file" : file.lastError();
-}
-
 void printLine(GameViewController& screen, Clock::time_point begun) {
     const double took = std::chrono::duration<double, std::milli>(Clock::now() - begun).count();
     const CGSize size = UIScreen::mainScreen().bounds().size;
@@ -147,14 +139,9 @@ void printLine(GameViewController& screen, Clock::time_point begun) {
 }
 
 int drawPicture(HeadlessHost& host, HeldLog& log, const SnapshotOptions& options, Clock::time_point begun) {
-    if (!host.launch()) return failStart(damagedResources(log));
-    if (!host.hasOpenGL()) return failStart(withoutOpenGL(host.openGLError()));
+    const auto [screen, failure] = launchMainScreen(host, log);
+    if (!screen) return failStart(failure);
     const std::shared_ptr<UIWindow> window = host.application().delegate()->window();
-    const auto screen = std::dynamic_pointer_cast<GameViewController>(window->rootViewController());
-    if (!screen->shader()->isUsable()) {
-        return failStart("the fractal's shader is missing or broken; install the app anew (" +
-                         log.firstLine() + ")");
-    }
     log.release();
     setView(*screen, options);
     window->layoutIfNeeded();
@@ -174,13 +161,9 @@ int failStart(const std::string& line) {
 
 int startSnapshot(const CommandLineOptions& options) {
     const Clock::time_point begun = Clock::now();
-    HeadlessHost::Options hostOptions{options.size, options.scale.value_or(1), nullptr};
-    if (!options.defaultsFile.empty()) {
-        FilePreferencesStore file(options.defaultsFile);
-        auto text = file.load();
-        if (!text) return failStart("cannot read the settings: " + whyUnreadable(options.defaultsFile, file));
-        hostOptions.preferences = std::make_shared<MemoryPreferencesStore>(std::move(text));
-    }
+    const auto [settings, mistake] = readOnlySettings(options);
+    if (!mistake.empty()) return failStart(mistake);
+    const HeadlessHost::Options hostOptions{options.size, options.scale.value_or(1), settings};
     HeldLog log(!options.verbose);
     HeadlessHost host(hostOptions, [] { return std::make_shared<iOSAppDelegate>(); });
     const int status = drawPicture(host, log, *options.snapshot, begun);

@@ -1,5 +1,5 @@
-// The two ways to start: in a window, or for one picture without a display. Each answers the exit status.
-// main itself only chooses between them, so that each includes no host but its own.
+// The ways to start: in a window, or without a display for one picture or for a flight. Each answers the exit
+// status. main itself only chooses between them, so that each includes no host but its own.
 #pragma once
 
 #include <chrono>
@@ -12,6 +12,9 @@ int startDesktop(const CommandLineOptions& options, std::chrono::steady_clock::t
 
 /// Draws the options' picture into its file and prints one line about it.
 int startSnapshot(const CommandLineOptions& options);
+
+/// Flies as the options say and prints each flight and a summary.
+int startFlight(const CommandLineOptions& options);
 
 /// One line on stderr; answers 2, the exit status of every failure.
 int failStart(const std::string& line);

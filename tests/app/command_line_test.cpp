@@ -58,7 +58,25 @@ TEST(CommandLine, SnapshotOptions) {
     EXPECT_EQ(options.snapshot->fractalType, 2);
     EXPECT_EQ(options.snapshot->palette, 10);
     EXPECT_EQ(options.snapshot->view, (ViewCorners{-2, -1.5F, 0.75F, 1.5F}));
-    EXPECT_EQ(options.snapshot->seed, 18446744073709551615U);
+    EXPECT_EQ(options.seed, 18446744073709551615U);
+}
+
+TEST(CommandLine, FlightOptions) {
+    const CommandLineOptions plain = understood("--fly 0.5 --seed 7");
+    ASSERT_TRUE(plain.flight);
+    EXPECT_FALSE(plain.snapshot || plain.flight->fractalType || plain.flight->palette ||
+                 plain.flight->cycling);
+    EXPECT_EQ(plain.flight->seconds, 0.5);
+    EXPECT_EQ(plain.flight->fps, 60);
+    EXPECT_EQ(plain.seed, 7U);
+    const CommandLineOptions full = understood(
+        "--fly 3600 --fps 25 --type julia --palette 10 --cycling 4 --frames film --size 640x360 --scale 2");
+    ASSERT_TRUE(full.flight);
+    EXPECT_EQ(full.flight->fps, 25);
+    EXPECT_EQ(full.flight->fractalType, 2);
+    EXPECT_EQ(full.flight->palette, 10);
+    EXPECT_EQ(full.flight->cycling, 4);
+    EXPECT_EQ(full.flight->framesFolder, "film");
 }
 
 TEST(CommandLine, EndingsOfPictures) {
@@ -141,7 +159,21 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"--type julia", "--type goes with a picture", "--snapshot FILE"},
         Mistake{"--palette 1", "--palette goes with a picture", "--snapshot FILE"},
         Mistake{"--view 0,0,1,1", "--view goes with a picture", "--snapshot FILE"},
-        Mistake{"--seed 1", "--seed goes with a picture", "--snapshot FILE"},
+        Mistake{"--fps 30", "--fps goes with a flight", "--fly SECONDS"},
+        Mistake{"--snapshot a.png --cycling 1", "--cycling goes with a flight", "--fly SECONDS"},
+        Mistake{"--frames film", "--frames goes with a flight", "--fly SECONDS"},
+        Mistake{"--fly 60 --screen", "--screen goes with a picture", "--snapshot FILE"},
+        Mistake{"--palette 1", "a picture or a flight", "--fly SECONDS"},
+        Mistake{"--fly 60 --snapshot a.png", "--snapshot draws one picture", "one of them"},
+        Mistake{"--fly 60 --fullscreen", "--fullscreen opens a window and --fly", "one of them"},
+        Mistake{"--fly", "--fly needs a value", "--fly 60"}, Mistake{"--fly 0", "no length", "--fly 60"},
+        Mistake{"--fly -1", "no length", "above 0"}, Mistake{"--fly nan", "no length", "above 0"},
+        Mistake{"--fly 1000001", "no length", "up to 1000000"}, Mistake{"--fly 1m", "no length", "seconds"},
+        Mistake{"--fly 1 --fps 0", "no rate", "1 to 240"},
+        Mistake{"--fly 1 --fps 241", "no rate", "1 to 240"},
+        Mistake{"--fly 1 --fps 29.97", "no rate", "1 to 240"},
+        Mistake{"--fly 1 --cycling 2", "unknown", "0 (off), 1 or 4"},
+        Mistake{"--fly 1 --cycling 04", "unknown", "0 (off), 1 or 4"},
         Mistake{"--snapshot a.png --fullscreen", "--fullscreen opens a window", "one of them"},
         Mistake{"--snapshot a.png --type Julia", "unknown", "mandelbrot or julia"},
         Mistake{"--snapshot a.png --palette 11", "unknown", "0 to 10"},

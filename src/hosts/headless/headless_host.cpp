@@ -12,10 +12,26 @@
 
 namespace {
 
-constexpr int64_t kTapFinger = 1;
+constexpr int64_t kFirstFinger = 1;
+constexpr int64_t kSecondFinger = 2;
 
 int32_t pixels(CGFloat points, double scale) {
     return static_cast<int32_t>(std::lround(points * scale));
+}
+
+/// Leaves the screen as it is. What draws for itself, as snapshots do, still draws.
+class HiddenFrames : public FramePresenter {
+  public:
+    void presentFrame(UIWindow&, double, bool) override {}
+    void contextLost(UIWindow& window) override { _compositor->contextLost(window); }
+
+  private:
+    std::unique_ptr<FramePresenter> _compositor = makeScreenCompositor();
+};
+
+std::unique_ptr<FramePresenter> makePresenter(bool showsFrames) {
+    if (showsFrames) return makeScreenCompositor();
+    return std::make_unique<HiddenFrames>();
 }
 
 }  // namespace
@@ -26,7 +42,8 @@ HeadlessHost::HeadlessHost(const Options& options, const MakeDelegate& makeDeleg
     setSharedGLSurface(&_surface);
     CFAbsoluteTimeSetClock([time = _time] { return *time; });
     UIScreen::mainScreen().setSizeAndScale(options.size, options.scale);
-    _application = std::make_unique<UIApplication>(makeDelegate(), &_window, makeScreenCompositor());
+    _application =
+        std::make_unique<UIApplication>(makeDelegate(), &_window, makePresenter(options.showsFrames));
 }
 
 HeadlessHost::~HeadlessHost() {
@@ -66,23 +83,60 @@ void HeadlessHost::touch(UITouchPhase phase, int64_t finger, CGPoint point) {
     handle(HostTouch{phase, finger, point, *_time});
 }
 
+void HeadlessHost::land(int64_t finger, CGPoint point) {
+    _fingers[finger] = point;
+    touch(UITouchPhase::began, finger, point);
+}
+
+void HeadlessHost::slide(const std::vector<Way>& ways, double seconds) {
+    const std::map<int64_t, CGPoint> start = _fingers;
+    const auto moves = std::max<int64_t>(1, std::llround(seconds / kFrame));
+    for (int64_t i = 1; i <= moves; ++i) {
+        const double part = static_cast<double>(i) / static_cast<double>(moves);
+        step();
+        for (const auto& [finger, to] : ways) {
+            const CGPoint from = start.at(finger);
+            _fingers[finger] = {from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part};
+            touch(UITouchPhase::moved, finger, _fingers[finger]);
+        }
+    }
+}
+
+void HeadlessHost::lift(int64_t finger) {
+    touch(UITouchPhase::ended, finger, _fingers.at(finger));
+    _fingers.erase(finger);
+}
+
 void HeadlessHost::tap(CGPoint point) {
-    touch(UITouchPhase::began, kTapFinger, point);
+    land(kFirstFinger, point);
     step();
-    touch(UITouchPhase::ended, kTapFinger, point);
+    lift(kFirstFinger);
     step();
 }
 
 void HeadlessHost::drag(CGPoint from, CGPoint to, double seconds, int64_t finger) {
-    touch(UITouchPhase::began, finger, from);
-    const auto moves = std::max<int64_t>(1, std::llround(seconds / kFrame));
-    for (int64_t i = 1; i <= moves; ++i) {
-        const double way = static_cast<double>(i) / static_cast<double>(moves);
-        step();
-        touch(UITouchPhase::moved, finger, {from.x + (to.x - from.x) * way, from.y + (to.y - from.y) * way});
-    }
-    touch(UITouchPhase::ended, finger, to);
+    land(finger, from);
+    slide({{finger, to}}, seconds);
+    lift(finger);
     step();
+}
+
+void HeadlessHost::pinch(CGPoint middle, CGFloat from, CGFloat to, double seconds) {
+    land(kFirstFinger, {middle.x - from / 2, middle.y});
+    land(kSecondFinger, {middle.x + from / 2, middle.y});
+    slide({{kFirstFinger, {middle.x - to / 2, middle.y}}, {kSecondFinger, {middle.x + to / 2, middle.y}}},
+          seconds);
+    lift(kFirstFinger);
+    lift(kSecondFinger);
+    step();
+}
+
+void HeadlessHost::wheel(CGPoint point, double steps) {
+    handle(HostWheel{point, steps, *_time});
+}
+
+void HeadlessHost::magnify(CGPoint point, double factor) {
+    handle(HostMagnify{point, factor, *_time});
 }
 
 void HeadlessHost::press(HostKey key) {

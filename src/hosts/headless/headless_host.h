@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,6 +26,8 @@ class HeadlessHost {
         /// Null: settings that live and die with the host.
         std::shared_ptr<PreferencesStore> preferences = nullptr;
         std::string resourceFolder = {};  ///< empty: the program's own
+        /// NO: time passes and the app acts, and nothing is put on the screen.
+        bool showsFrames = true;
     };
 
     /// Puts the shared services in place (GL surface, canvases, pictures, resources, settings, clock); the
@@ -55,8 +58,23 @@ class HeadlessHost {
 
     /// A finger lands and lifts within one frame's time; points.
     void tap(CGPoint point);
-    /// A finger goes from one point to another in a straight line, one move a frame, for that long.
+    /// Where one finger goes.
+    struct Way {
+        int64_t finger;
+        CGPoint to;
+    };
+
+    void land(int64_t finger, CGPoint point);
+    /// Fingers that lie on the screen go in straight lines at once, one move a frame, for that long.
+    void slide(const std::vector<Way>& ways, double seconds);
+    /// Where it is, without a frame.
+    void lift(int64_t finger);
+    /// A finger lands, goes to another point for that long, and lifts without stopping.
     void drag(CGPoint from, CGPoint to, double seconds, int64_t finger = 1);
+    /// Two fingers side by side, that far apart, come to another distance and lift without stopping.
+    void pinch(CGPoint middle, CGFloat from, CGFloat to, double seconds);
+    void wheel(CGPoint point, double steps);
+    void magnify(CGPoint point, double factor);
     void press(HostKey key);
     /// Each character as a key press.
     void type(std::string_view text);
@@ -85,5 +103,7 @@ class HeadlessHost {
     HeadlessSurface _surface;
     ScriptedWindow _window;
     std::vector<ScriptLine> _script;
+    /// The fingers on the screen.
+    std::map<int64_t, CGPoint> _fingers;
     std::unique_ptr<UIApplication> _application;
 };
