@@ -59,10 +59,11 @@ void GameViewController::takeFromPilot() {
 
 void GameViewController::startGlide(CGRect goal, double seconds) {
     _glideGoal = goal;
-    animtween =
-        GSTween::tweenWithTarget(_shader, seconds, Cubic::easeOut(),
-                                 {{"fractalBounds", NSStringFromCGRect(goal)},
-                                  {"onComplete", GSTweenBlock([this] { animtween = nullptr; })}});
+    animtween = GSTween::tweenWithTarget(_shader, seconds, Cubic::easeOut(),
+                                         {{"fractalBounds", NSStringFromCGRect(goal)},
+                                          {"onComplete", GSTweenBlock([this, life = weak_from_this()] {
+                                               if (!life.expired()) animtween = nullptr;
+                                           })}});
 }
 
 void GameViewController::pan(UIPanGestureRecognizer& recognizer) {
@@ -114,8 +115,9 @@ void GameViewController::magnify(UIMagnificationGestureRecognizer& recognizer) {
     const CGFloat u = pointer.x / area.size.width;
     const CGFloat v = pointer.y / area.size.height;
     const CGSize size{before.width / recognizer.factor(), before.height / recognizer.factor()};
-    const CGRect goal = CGRectMake(now.origin.x + u * (now.size.width - size.width),
-                                   now.origin.y + v * (now.size.height - size.height), size.width, size.height);
+    const CGRect goal =
+        CGRectMake(now.origin.x + u * (now.size.width - size.width),
+                   now.origin.y + v * (now.size.height - size.height), size.width, size.height);
     if (recognizer.isInNotches()) return startGlide(goal, static_cast<double>(shortGlideSeconds));
     _shader->setFractalBounds(goal);
 }

@@ -62,6 +62,10 @@ struct Describer {
         return "wheel " + number(wheel.steps) + " " + NSStringFromCGPoint(wheel.location) + " " +
                number(wheel.time);
     }
+    std::string operator()(const HostMagnify& magnify) const {
+        return "magnify " + number(magnify.factor) + " " + NSStringFromCGPoint(magnify.location) + " " +
+               number(magnify.time);
+    }
     std::string operator()(const HostResize& resize) const {
         return "resize " + NSStringFromCGSize(resize.size) + " scale " + number(resize.scale);
     }

@@ -13,6 +13,10 @@ using HostTime = double;
 
 enum class UITouchPhase { began, moved, ended, cancelled };
 
+constexpr bool isLift(UITouchPhase phase) {
+    return phase == UITouchPhase::ended || phase == UITouchPhase::cancelled;
+}
+
 struct HostTouch {
     UITouchPhase phase = UITouchPhase::began;
     /// One finger, pen or the mouse from its landing to its lift; ids may be used again afterwards.
@@ -48,7 +52,14 @@ struct HostKeyPress {
 
 struct HostWheel {
     CGPoint location;
-    double steps = 0;  ///< notches, away from the user positive
+    double steps = 0;  ///< notches, away from the user positive; parts of them from fine wheels and trackpads
+    HostTime time = 0;
+};
+
+/// A step of a pinch on a trackpad, which has no places on the screen.
+struct HostMagnify {
+    CGPoint location;   ///< of the pointer
+    double factor = 1;  ///< above 1 as the fingers spread
     HostTime time = 0;
 };
 
@@ -69,8 +80,8 @@ struct HostContextLost {};
 
 struct HostClose {};
 
-using HostEvent = std::variant<HostTouch, HostKeyPress, HostWheel, HostResize, HostVisibility, HostLifecycle,
-                               HostContextLost, HostClose>;
+using HostEvent = std::variant<HostTouch, HostKeyPress, HostWheel, HostMagnify, HostResize, HostVisibility,
+                               HostLifecycle, HostContextLost, HostClose>;
 
 /// One line for logs and failing tests: "touch began 3 {12, 40} 0.25".
 std::string describe(const HostEvent& event);

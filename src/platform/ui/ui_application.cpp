@@ -128,8 +128,14 @@ struct UIApplication::EventHandler {
         if (shown && app._visible) shown->sendTouch(touch);
     }
     void operator()(const HostKeyPress& press) const { app.pressKey(press); }
-    /// No view answers a wheel.
-    void operator()(const HostWheel&) const {}
+    void operator()(const HostWheel& wheel) const {
+        const auto shown = app.window();
+        if (shown && app._visible) shown->sendWheel(wheel);
+    }
+    void operator()(const HostMagnify& step) const {
+        const auto shown = app.window();
+        if (shown && app._visible) shown->sendMagnification(step);
+    }
     void operator()(const HostResize& event) const { app.resize(event); }
     void operator()(const HostVisibility& event) const { app.setVisible(event.visible); }
     void operator()(const HostLifecycle& event) const {

@@ -1,11 +1,12 @@
 // Gestures made of touches. A recogniser hangs on a view and sees every touch that begins on it or below it,
 // unless a view further down swallows it (UIView::swallowsTouches).
+// The first recogniser to recognise its gesture wins the fingers that it follows: those of the others that
+// have not begun yet fail, and wait until all their fingers are lifted.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <utility>
-#include <vector>
 
 #include "platform/ui/ui_responder.h"
 
@@ -28,25 +29,40 @@ class UIGestureRecognizer {
     UIGestureRecognizerState state() const { return _state; }
     UIView* view() const { return _view; }
     void attachToView(UIView* view) { _view = view; }
+    std::size_t numberOfTouches() const { return _touches.size(); }
+    /// Whether a gesture is under way.
+    bool isActive() const {
+        return _state == UIGestureRecognizerState::began || _state == UIGestureRecognizerState::changed;
+    }
 
+    /// From the window: the fingers' phase says what happened to them.
+    void takeTouches(const UITouches& touches, const UIEvent& event);
+    /// From the window: a turn of a wheel or a step of a trackpad's pinch over the view.
+    virtual void takeMagnification(const UIMagnification&) {}
+    /// Answers whether the gesture was recognised since the last call.
+    bool takeRecognition() { return std::exchange(_recognized, false); }
+    /// Another recogniser has won a finger of this one. Nothing for a gesture that is under way.
+    void yield();
+
+  protected:
+    // Not called while the state is failed. numberOfTouches() counts the fingers that are down afterwards.
     virtual void touchesBegan(const UITouches& touches, const UIEvent& event) = 0;
     virtual void touchesMoved(const UITouches& touches, const UIEvent& event) = 0;
     virtual void touchesEnded(const UITouches& touches, const UIEvent& event) = 0;
     virtual void touchesCancelled(const UITouches& touches, const UIEvent& event) = 0;
+    /// All fingers are gone, and the state is possible again.
+    virtual void reset() {}
 
-    /// Answers whether a gesture without a middle (a tap) was recognised since the last call. The window then
-    /// takes the touch away from the recognisers of the views above.
-    bool takeRecognition() { return std::exchange(_recognized, false); }
-
-  protected:
-    /// Calls the action for began, changed, ended and cancelled. After the last three a recogniser goes back
-    /// to possible by itself once it is ready for the next gesture.
+    /// Calls the action for began, changed, ended and cancelled.
     void setState(UIGestureRecognizerState state);
+    /// The fingers that are down on the view.
+    const UITouches& touches() const { return _touches; }
 
   private:
     Action _action;
     UIView* _view = nullptr;
     UIGestureRecognizerState _state = UIGestureRecognizerState::possible;
+    UITouches _touches;
     bool _recognized = false;
 };
 
@@ -54,15 +70,16 @@ class UIGestureRecognizer {
 class UITapGestureRecognizer : public UIGestureRecognizer {
   public:
     using UIGestureRecognizer::UIGestureRecognizer;
+
+  protected:
     void touchesBegan(const UITouches& touches, const UIEvent& event) override;
     void touchesMoved(const UITouches& touches, const UIEvent& event) override;
     void touchesEnded(const UITouches& touches, const UIEvent& event) override;
     void touchesCancelled(const UITouches& touches, const UIEvent& event) override;
 
   private:
-    void forgetFingers(const UITouches& touches);
+    bool isNearStart(const UITouch& touch) const;
 
-    std::vector<int64_t> _fingers;
     CGPoint _start;
     HostTime _startTime = 0;
 };

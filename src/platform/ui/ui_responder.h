@@ -26,10 +26,19 @@ struct UITouch {
 
 using UITouches = std::vector<std::shared_ptr<UITouch>>;
 
+/// Lives as long as the call that it is handed to.
 struct UIEvent {
     HostTime timestamp = 0;
-    /// Every finger on the window, those of other views included.
+    /// Every finger on the window, those of other views included, and the one that lifts.
     UITouches allTouches;
+};
+
+/// A turn of a wheel or a step of a trackpad's pinch. There is nothing between steps: each stands for itself.
+struct UIMagnification {
+    CGPoint location;    ///< of the pointer, points in the window
+    CGFloat factor = 1;  ///< finite and above 0; above 1 for larger
+    /// A wheel goes in notches, between which the hand gives no direction; a trackpad follows the fingers.
+    bool inNotches = false;
 };
 
 class UIResponder : public KeyValueCoding {

@@ -12,12 +12,17 @@
 
 namespace {
 
-using Recognizers = std::vector<std::shared_ptr<UIGestureRecognizer>>;
+/// No screen is larger, in points; farther off, sums and speeds would leave the numbers.
+constexpr CGFloat farthestPlace = 1e6;
+/// The sides of a view shrink to this with one notch of a wheel.
+constexpr double notchShrinking = 0.9;
+constexpr double mostNotches = 20;
+constexpr double largestStep = 10;
 
 /// Those of the hit view and of the views above it, nearest first, up to the first view that swallows
 /// touches.
-Recognizers recognizersFor(const UIView* hit) {
-    Recognizers found;
+std::vector<std::shared_ptr<UIGestureRecognizer>> recognizersFor(const UIView* hit) {
+    std::vector<std::shared_ptr<UIGestureRecognizer>> found;
     for (const UIView* view = hit; view; view = view->superview()) {
         found.insert(found.end(), view->gestureRecognizers().begin(), view->gestureRecognizers().end());
         if (view->swallowsTouches()) break;
@@ -25,27 +30,21 @@ Recognizers recognizersFor(const UIView* hit) {
     return found;
 }
 
-/// The responder's and the recogniser's four methods have the same names.
-template <typename Receiver>
-void send(Receiver& receiver, UITouchPhase phase, const UITouches& touches, const UIEvent& event) {
-    switch (phase) {
+void sendToView(UIView& view, const UITouches& touches, const UIEvent& event) {
+    switch (touches.front()->phase) {
         case UITouchPhase::began:
-            return receiver.touchesBegan(touches, event);
+            return view.touchesBegan(touches, event);
         case UITouchPhase::moved:
-            return receiver.touchesMoved(touches, event);
+            return view.touchesMoved(touches, event);
         case UITouchPhase::ended:
-            return receiver.touchesEnded(touches, event);
+            return view.touchesEnded(touches, event);
         case UITouchPhase::cancelled:
-            return receiver.touchesCancelled(touches, event);
+            return view.touchesCancelled(touches, event);
     }
 }
 
-bool isFinite(CGPoint p) {
-    return std::isfinite(p.x) && std::isfinite(p.y);
-}
-
-bool isLift(UITouchPhase phase) {
-    return phase == UITouchPhase::ended || phase == UITouchPhase::cancelled;
+bool isPlace(CGPoint p) {
+    return std::abs(p.x) <= farthestPlace && std::abs(p.y) <= farthestPlace;
 }
 
 }  // namespace
@@ -121,55 +120,113 @@ void UIWindow::sendTouch(const HostTouch& touch) {
     }
     if (touch.phase == UITouchPhase::began) return begin(touch);
 
-    const Finger finger = _fingers.at(touch.id);
-    finger.touch->phase = touch.phase;
-    finger.touch->previousLocation = finger.touch->location;
-    if (isFinite(touch.location)) finger.touch->location = touch.location;
-    finger.touch->timestamp = std::max(touch.time, finger.touch->timestamp);
-    if (isLift(touch.phase)) _fingers.erase(touch.id);
-    deliver(finger);
+    const std::shared_ptr<const Finger> finger = _fingers.at(touch.id);
+    const UITouch& known = *finger->touch.front();
+    const CGPoint location = isPlace(touch.location) ? touch.location : known.location;
+    const HostTime time = touch.time > known.timestamp ? touch.time : known.timestamp;
+    // Whoever follows moves has seen them all when the finger lifts.
+    if (!isLift(touch.phase) || location != known.location) move(finger, location, time);
+    if (!isLift(touch.phase)) return;
+    finger->touch.front()->timestamp = time;
+    lift(finger, touch.phase);
 }
 
 /// A lift is never refused for its time or place: the finger would stay down for ever.
 bool UIWindow::accepts(const HostTouch& touch) const {
     const auto known = _fingers.find(touch.id);
-    if (touch.phase == UITouchPhase::began) return known == _fingers.end() && isFinite(touch.location);
+    const bool isSane = isPlace(touch.location) && std::isfinite(touch.time);
+    if (touch.phase == UITouchPhase::began) return known == _fingers.end() && isSane;
     if (known == _fingers.end()) return false;
     if (isLift(touch.phase)) return true;
-    return isFinite(touch.location) && touch.time >= known->second.touch->timestamp;
+    return isSane && touch.time >= known->second->touch.front()->timestamp;
 }
 
+/// A gesture that is under way already takes the finger in, alone.
 void UIWindow::begin(const HostTouch& touch) {
     _cancelled.erase(touch.id);
     const std::shared_ptr<UIView> hit = hitTest(touch.location);
-    Finger finger{std::make_shared<UITouch>(), recognizersFor(hit.get())};
-    *finger.touch = {touch.id, touch.phase, touch.location, touch.location, touch.time, hit};
+    const auto newest = std::make_shared<UITouch>(
+        UITouch{touch.id, touch.phase, touch.location, touch.location, touch.time, hit});
+    const auto finger = std::make_shared<const Finger>(Finger{{newest}, recognizersFor(hit.get())});
     _fingers[touch.id] = finger;
-    deliver(finger);
+    _event.allTouches.push_back(newest);
+    deliver(*finger);
+    for (const auto& recognizer : finger->recognizers) {
+        if (recognizer->isActive()) letWin(*recognizer, *finger);
+    }
 }
 
-/// The finger's copy keeps touch and recognisers alive whatever they do to the window.
-void UIWindow::deliver(const Finger& finger) {
-    UIEvent event{finger.touch->timestamp, {}};
-    for (const auto& [id, other] : _fingers)
-        event.allTouches.push_back(other.touch);
-    if (isLift(finger.touch->phase)) event.allTouches.push_back(finger.touch);
+void UIWindow::move(const std::shared_ptr<const Finger>& finger, CGPoint location, HostTime time) {
+    UITouch& touch = *finger->touch.front();
+    touch.phase = UITouchPhase::moved;
+    touch.previousLocation = touch.location;
+    touch.location = location;
+    touch.timestamp = time;
+    deliver(*finger);
+}
 
-    const UITouches touches{finger.touch};
-    UITouchPhase phase = finger.touch->phase;
+void UIWindow::lift(const std::shared_ptr<const Finger>& finger, UITouchPhase phase) {
+    UITouch& touch = *finger->touch.front();
+    // A move to the place of the lift may have had the window cancel everything.
+    const auto known = _fingers.find(touch.id);
+    if (known == _fingers.end() || known->second != finger) return;
+    _fingers.erase(known);
+    touch.phase = phase;
+    touch.previousLocation = touch.location;
+    deliver(*finger);
+    std::erase(_event.allTouches, finger->touch.front());
+}
+
+/// The caller keeps touch and recognisers alive whatever they do to the window.
+void UIWindow::deliver(const Finger& finger) {
+    _event.timestamp = finger.touch.front()->timestamp;
     for (const auto& recognizer : finger.recognizers) {
         if (!recognizer->view()) continue;
-        send(*recognizer, phase, touches, event);
-        if (recognizer->takeRecognition()) phase = UITouchPhase::cancelled;
+        recognizer->takeTouches(finger.touch, _event);
+        if (recognizer->takeRecognition()) letWin(*recognizer, finger);
     }
-    if (const auto view = finger.touch->view.lock()) send(*view, finger.touch->phase, touches, event);
+    if (const auto view = finger.touch.front()->view.lock()) sendToView(*view, finger.touch, _event);
+}
+
+void UIWindow::letWin(const UIGestureRecognizer& winner, const Finger& finger) {
+    const auto yieldOthers = [&winner](const Finger& one) {
+        const auto isWinner = [&winner](const auto& recognizer) { return recognizer.get() == &winner; };
+        if (std::ranges::none_of(one.recognizers, isWinner)) return;
+        for (const auto& recognizer : one.recognizers) {
+            if (!isWinner(recognizer)) recognizer->yield();
+        }
+    };
+    yieldOthers(finger);
+    for (const auto& [id, one] : _fingers)
+        yieldOthers(*one);
 }
 
 void UIWindow::cancelTouches() {
-    const std::map<int64_t, Finger> fingers = std::exchange(_fingers, {});
-    for (const auto& [id, finger] : fingers) {
+    while (!_fingers.empty()) {
+        const auto [id, finger] = *_fingers.begin();
+        lift(finger, UITouchPhase::cancelled);
         _cancelled.insert(id);
-        finger.touch->phase = UITouchPhase::cancelled;
-        deliver(finger);
+    }
+}
+
+void UIWindow::sendWheel(const HostWheel& wheel) {
+    const double notches = std::clamp(wheel.steps, -mostNotches, mostNotches);
+    magnify({wheel.location, std::pow(notchShrinking, -notches), true});
+}
+
+void UIWindow::sendMagnification(const HostMagnify& step) {
+    magnify({step.location, step.factor, false});
+}
+
+void UIWindow::magnify(const UIMagnification& step) {
+    if (!isPlace(step.location) || !std::isfinite(step.factor) || step.factor <= 0) {
+        NSLog("magnification by %g at %s: dropped", step.factor, NSStringFromCGPoint(step.location).c_str());
+        return;
+    }
+    UIMagnification sane = step;
+    sane.factor = std::clamp(step.factor, 1 / largestStep, largestStep);
+    const std::shared_ptr<UIView> hit = hitTest(step.location);
+    for (const auto& recognizer : recognizersFor(hit.get())) {
+        if (recognizer->view()) recognizer->takeMagnification(sane);
     }
 }

@@ -24,8 +24,13 @@ class UIWindow : public UIView {
     void makeKeyAndVisible();
 
     /// Takes a finger's event to its view and to the recognisers of the views above it. Unknown ids, repeated
-    /// landings and events out of order are dropped with a log line.
+    /// landings, events out of order and impossible places are dropped with a log line. Moves allocate
+    /// nothing.
     void sendTouch(const HostTouch& touch);
+    /// Take a wheel's turn or a step of a trackpad's pinch to the recognisers of the view under the pointer
+    /// and of those above it. Impossible ones are dropped with a log line.
+    void sendWheel(const HostWheel& wheel);
+    void sendMagnification(const HostMagnify& step);
     /// Ends every touch as cancelled (the window was hidden or lost its input).
     void cancelTouches();
 
@@ -42,19 +47,27 @@ class UIWindow : public UIView {
     bool drawsContent() const override { return false; }
 
   private:
+    using Recognizers = std::vector<std::shared_ptr<UIGestureRecognizer>>;
+
     /// A finger on the window and who follows it from its landing on.
     struct Finger {
-        std::shared_ptr<UITouch> touch;
-        std::vector<std::shared_ptr<UIGestureRecognizer>> recognizers;
+        UITouches touch;  ///< the one
+        Recognizers recognizers;
     };
 
     void rootAppears();
     bool accepts(const HostTouch& touch) const;
     void begin(const HostTouch& touch);
+    void move(const std::shared_ptr<const Finger>& finger, CGPoint location, HostTime time);
+    void lift(const std::shared_ptr<const Finger>& finger, UITouchPhase phase);
     void deliver(const Finger& finger);
+    void letWin(const UIGestureRecognizer& winner, const Finger& finger);
+    void magnify(const UIMagnification& step);
 
     std::shared_ptr<UIViewController> _root;
-    std::map<int64_t, Finger> _fingers;
+    std::map<int64_t, std::shared_ptr<const Finger>> _fingers;
+    /// Used again for every event.
+    UIEvent _event;
     /// Fingers that were cancelled while they still lay on the glass: the rest of them is dropped quietly.
     std::set<int64_t> _cancelled;
     bool _shown = false;
