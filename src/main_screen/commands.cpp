@@ -1,5 +1,5 @@
 // The table itself.
-// An action may have several keys: its rows stand together, and share a line in the list.
+// What has several keys stands together: rows of one title share a line in the list.
 #include "main_screen/commands.h"
 
 #include <algorithm>
@@ -7,8 +7,8 @@
 namespace {
 
 constexpr Command commands[] = {
-    {"resetScreen:", "Back to the top", "0", HostKey::character, "0"},
-    {"resetScreen:", "Back to the top", "Home", HostKey::home, ""},
+    {"resetScreen:", "Back to the top", "0", HostKey::character, "0", true},
+    {"resetScreen:", "Back to the top", "Home", HostKey::home, "", true},
     {"shareScreen:", "Share this view", "S", HostKey::character, "s"},
     {"toggleFractal:", "Mandelbrot or Julia", "F", HostKey::character, "f"},
     {"toggleColoring:", "Next palette", "C", HostKey::character, "c"},
@@ -16,6 +16,13 @@ constexpr Command commands[] = {
     {"toggleRecording:", "Record", "R", HostKey::character, "r"},
     {"togglePilot:", "Hide or show the buttons", "Space", HostKey::space, ""},
     {"showAbout:", "About", "I", HostKey::character, "i"},
+    {"moveLeft:", "Move", "← ↑ ↓ →", HostKey::left, "", true, true},
+    {"moveUp:", "Move", "", HostKey::up, "", true, true},
+    {"moveDown:", "Move", "", HostKey::down, "", true, true},
+    {"moveRight:", "Move", "", HostKey::right, "", true, true},
+    {"zoomIn:", "Zoom", "+ −", HostKey::character, "+", true, true},
+    {"zoomIn:", "Zoom", "", HostKey::character, "=", true, true},
+    {"zoomOut:", "Zoom", "", HostKey::character, "-", true, true},
     {"toggleFullscreen:", "Full screen", "F11", HostKey::f11, ""},
     {"toggleKeyHelp:", "This list", "?", HostKey::character, "?"},
     {"toggleDeveloperOverlay:", "Figures for developers", "F1", HostKey::f1, ""},
@@ -29,9 +36,10 @@ std::span<const Command> mainScreenCommands() {
 }
 
 const Command* commandForKey(const HostKeyPress& press) {
-    if (press.repeated || press.control) return nullptr;
+    if (press.control) return nullptr;
     const auto found = std::ranges::find_if(commands, [&](const Command& command) {
         return command.key == press.key && (press.key != HostKey::character || press.text == command.text);
     });
-    return found == std::end(commands) ? nullptr : found;
+    const bool counts = found != std::end(commands) && (!press.repeated || found->repeats);
+    return counts ? found : nullptr;
 }

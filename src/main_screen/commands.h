@@ -12,16 +12,20 @@ struct Command {
     const char* action;
     /// What it does, for the list of keys.
     const char* title;
-    /// The key as the list shows it.
+    /// The key as the list shows it; empty for one that goes without saying.
     const char* keyName;
     HostKey key;
     /// For HostKey::character.
     const char* text;
+    /// Whether it moves the view; such commands rest while the pilot flies, as fingers do.
+    bool movesView = false;
+    /// Whether a held key goes on with it.
+    bool repeats = false;
 };
 
 /// In the order of the toolbar, then what has no button.
 std::span<const Command> mainScreenCommands();
 
-/// The command of a key press; null for a key without one. Repeated presses of a held key and presses with
-/// the control key count as none.
+/// The command of a key press; null for a key without one. Presses with the control key count as none, and so
+/// do repeated presses of a held key unless the command goes on with them.
 const Command* commandForKey(const HostKeyPress& press);

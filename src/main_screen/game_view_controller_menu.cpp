@@ -35,6 +35,12 @@ constexpr NamedAction actions[] = {
     {"toggleRecording:", &GameViewController::toggleRecording, &GameViewController::toggleRecordButton},
     {"togglePilot:", &GameViewController::togglePilot},
     {"showAbout:", &GameViewController::showAbout, &GameViewController::infoButton},
+    {"moveLeft:", &GameViewController::moveLeft},
+    {"moveUp:", &GameViewController::moveUp},
+    {"moveDown:", &GameViewController::moveDown},
+    {"moveRight:", &GameViewController::moveRight},
+    {"zoomIn:", &GameViewController::zoomIn},
+    {"zoomOut:", &GameViewController::zoomOut},
     {"toggleFullscreen:", &GameViewController::toggleFullscreen},
     {"toggleKeyHelp:", &GameViewController::toggleKeyHelp},
     {"toggleDeveloperOverlay:", &GameViewController::toggleDeveloperOverlay},
@@ -65,6 +71,7 @@ bool GameViewController::keyPressed(const HostKeyPress& press) {
     const Command* command = commandForKey(press);
     const NamedAction* named = command ? actionNamed(command->action) : nullptr;
     if (!named) return false;
+    if (menuHiding && command->movesView) return true;
     if (const auto item = named->button ? this->*named->button : nullptr) {
         item->sendAction();
     } else {

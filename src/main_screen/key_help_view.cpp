@@ -1,5 +1,5 @@
 // The panel: a line for each command, its keys and what they do, made from the table of commands.
-// An action's second key shares the first one's line.
+// Keys of one title share a line.
 #include "main_screen/key_help_view.h"
 
 #include <algorithm>
@@ -39,8 +39,9 @@ KeyHelpView::KeyHelpView(CGRect frame, std::function<void()> close)
     for (std::size_t i = 0; i < commands.size(); ++i) {
         std::string keys = commands[i].keyName;
         const char* title = commands[i].title;
-        while (i + 1 < commands.size() && std::string_view(commands[i].action) == commands[i + 1].action) {
-            keys += std::string(", ") + commands[++i].keyName;
+        while (i + 1 < commands.size() && std::string_view(commands[i].title) == commands[i + 1].title) {
+            const std::string_view another = commands[++i].keyName;
+            if (!another.empty()) keys.append(", ").append(another);
         }
         addLine(keys, title);
     }
