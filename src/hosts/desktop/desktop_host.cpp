@@ -52,13 +52,17 @@ class HostClock {
     HostTime now() const {
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
     }
-    /// SDL's tick count in milliseconds wraps after 49 days; its distance from now does not.
+    /// SDL's events have the low half of its tick count, in milliseconds, which wraps after 49 days. The same
+    /// tick is always the same time: events in their order have times in that order.
     HostTime ofTicks(uint32_t ticks) const {
-        return now() - static_cast<double>(SDL_GetTicks() - ticks) / 1000;
+        const uint64_t now = SDL_GetTicks64();
+        const uint64_t whole = now - static_cast<uint32_t>(static_cast<uint32_t>(now) - ticks);
+        return (static_cast<double>(whole) - static_cast<double>(_startTicks)) / 1000;
     }
 
   private:
     std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
+    uint64_t _startTicks = SDL_GetTicks64();
 };
 
 class DesktopLoop {

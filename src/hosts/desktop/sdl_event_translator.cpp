@@ -5,8 +5,10 @@
 
 #include <SDL_keyboard.h>
 #include <SDL_keycode.h>
+#include <SDL_mouse.h>
 #include <SDL_touch.h>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -68,10 +70,41 @@ std::optional<UITouchPhase> fingerPhase(uint32_t type) {
     }
 }
 
+/// SDL must not be asked for the type of a device that it does not know: it looks for new ones then, in a
+/// window system that may not be there.
+bool isKnown(SDL_TouchID device) {
+    for (int i = 0; i < SDL_GetNumTouchDevices(); ++i) {
+        if (SDL_GetTouchDevice(i) == device) return true;
+    }
+    return false;
+}
+
+/// Fingers on a trackpad are nowhere on the screen. Unknown devices count as screens.
+bool isTrackpad(SDL_TouchID device) {
+    if (!isKnown(device)) return false;
+    const SDL_TouchDeviceType type = SDL_GetTouchDeviceType(device);
+    return type == SDL_TOUCH_DEVICE_INDIRECT_ABSOLUTE || type == SDL_TOUCH_DEVICE_INDIRECT_RELATIVE;
+}
+
+/// SDL measures in lengths of the trackpad how much farther each finger is from their middle.
+constexpr double kMagnificationOfATrackpad = 4;
+
+/// Fingers on a screen speak for themselves.
+std::optional<HostEvent> translateGesture(const SDL_MultiGestureEvent& gesture,
+                                          const WindowGeometry& geometry, HostTime time) {
+    if (!isTrackpad(gesture.touchId) || gesture.dDist == 0) return std::nullopt;
+    int x = 0;
+    int y = 0;
+    SDL_GetMouseState(&x, &y);
+    const double factor = std::exp(kMagnificationOfATrackpad * static_cast<double>(gesture.dDist));
+    return HostMagnify{pointAt(x, y, geometry), factor, time};
+}
+
 std::optional<HostEvent> translateFinger(const SDL_Event& event, const WindowGeometry& geometry,
                                          HostTime time) {
     const auto phase = fingerPhase(event.type);
-    if (!phase || event.tfinger.touchId == SDL_MOUSE_TOUCHID) return std::nullopt;
+    const SDL_TouchID device = event.tfinger.touchId;
+    if (!phase || device == SDL_MOUSE_TOUCHID || isTrackpad(device)) return std::nullopt;
     // One up keeps clear of the mouse; unsigned, so that the largest id wraps instead of overflowing.
     const auto id = static_cast<int64_t>(static_cast<uint64_t>(event.tfinger.fingerId) + 1);
     const CGPoint location{static_cast<double>(event.tfinger.x) * geometry.size.width,
@@ -198,6 +231,8 @@ void SdlEventTranslator::translate(const SDL_Event& event, const WindowGeometry&
         meaning = translateMouse(event, geometry, time);
     } else if (event.type >= SDL_FINGERDOWN && event.type <= SDL_FINGERMOTION) {
         meaning = translateFinger(event, geometry, time);
+    } else if (event.type == SDL_MULTIGESTURE) {
+        meaning = translateGesture(event.mgesture, geometry, time);
     } else {
         meaning = translateLife(event.type);
     }
