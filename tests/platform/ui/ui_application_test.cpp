@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/foundation/ca_display_link.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/ns_notification_center.h"
 #include "platform/ui/ui_screen.h"
@@ -133,8 +134,13 @@ TEST_F(UIApplicationTest, FrameHasItsOrder) {
     DispatchQueue::backgroundQueue().async(says("background queue"));
     DispatchQueue::mainQueue().async(says("main queue"));
     app.addFrameCallback(UIApplication::updateStage, [this](double) { story.push_back("update"); });
-    app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("link 1"); });
-    app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("link 2"); });
+    for (const char* name : {"link 1", "link 2"}) {
+        const auto told = [this, name](CADisplayLink& link) {
+            story.push_back(name);
+            EXPECT_EQ(link.timestamp(), app.time());
+        };
+        std::make_shared<CADisplayLink>(told)->addToRunLoop(NSRunLoop::currentRunLoop());
+    }
     UIView::animateWithDuration(
         0, 0, 0, [this] { root->view()->setAlpha(0.5); }, [this](bool) { story.push_back("animation"); });
     app.frame(0.1);
