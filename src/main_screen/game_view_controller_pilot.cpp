@@ -12,7 +12,7 @@
 namespace {
 
 constexpr double flightSeconds = 5.0;
-constexpr int targetsPerSampling = 10;
+constexpr std::size_t targetsPerSampling = 10;
 constexpr std::size_t mostTargets = 50;
 
 struct SnapshotSpot {
@@ -44,8 +44,9 @@ void stopAndClear(std::shared_ptr<GSTween>& field) {
 void GameViewController::update() {
     const std::lock_guard guard(_lock);
     if (!menuHiding || tween) return;
+    _targets.reserve(mostTargets + targetsPerSampling);
     sampleFrame();
-    for (int i = 0; i < targetsPerSampling; ++i)
+    for (std::size_t i = 0; i < targetsPerSampling; ++i)
         addNewTarget();
     const Flight flight = chooseFlight();
     if (_flightObserver) _flightObserver(flight);

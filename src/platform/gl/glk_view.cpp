@@ -3,6 +3,7 @@
 #include "platform/gl/glk_view.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <vector>
 
@@ -47,6 +48,10 @@ GLKView::~GLKView() = default;
 
 void GLKView::setContext(std::shared_ptr<EAGLContext> context) {
     if (_context != context) _offscreen.reset();
+    if (!context) {
+        _snapshot = nullptr;
+        _snapshotPixels = nullptr;
+    }
     _context = std::move(context);
 }
 
@@ -118,9 +123,23 @@ UIImageRef GLKView::snapshot() {
     OffscreenDrawable* drawable = offscreenDrawable(drawableWidth(), drawableHeight());
     if (!drawable) return nullptr;
     drawThroughDelegate(0, 0);
-    auto image = std::make_shared<const CGImage>(drawable->read(drawable->width(), drawable->height()));
+    const int32_t width = drawable->width();
+    const int32_t height = drawable->height();
+    if (snapshotIsFree(*drawable)) {
+        *_snapshotPixels = drawable->read(width, height, std::move(*_snapshotPixels).takePixels());
+    } else {
+        _snapshotPixels = std::make_shared<CGImage>(drawable->read(width, height));
+        _snapshot = UIImage::imageWithCGImage(_snapshotPixels);
+    }
     bindScreen();
-    return UIImage::imageWithCGImage(std::move(image));
+    return _snapshot;
+}
+
+bool GLKView::snapshotIsFree(const OffscreenDrawable& drawable) const {
+    if (!_snapshot || _snapshot.use_count() > 1 || _snapshotPixels.use_count() > 2) return false;
+    // Whoever let go of it last may have done so on another thread.
+    std::atomic_thread_fence(std::memory_order_acquire);
+    return _snapshotPixels->width() == drawable.width() && _snapshotPixels->height() == drawable.height();
 }
 
 bool GLKView::snapshotInTiles(int32_t maxTile, const RowSink& sink) {

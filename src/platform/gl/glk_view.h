@@ -82,6 +82,7 @@ class GLKView : public UIView {
 
   private:
     OffscreenDrawable* offscreenDrawable(int32_t width, int32_t height);
+    bool snapshotIsFree(const OffscreenDrawable& drawable) const;
     void bindScreen();
     void drawThroughDelegate(int32_t viewportX, int32_t viewportY);
 
@@ -92,4 +93,8 @@ class GLKView : public UIView {
     bool _retainedBacking = false;
     /// Made by the first snapshot, and kept while its size lasts.
     std::unique_ptr<OffscreenDrawable> _offscreen;
+    /// The last snapshot and its pixels, whose memory the next one takes if nobody else holds them by then:
+    /// the autopilot looks at a frame every five seconds, for hours.
+    UIImageRef _snapshot;
+    std::shared_ptr<CGImage> _snapshotPixels;
 };

@@ -2,8 +2,8 @@
 // Read-back turns GL's bottom-up rows into pictures that begin at the top.
 #include "platform/gl/offscreen_drawable.h"
 
-#include <cstring>
-#include <vector>
+#include <algorithm>
+#include <utility>
 
 #include "platform/foundation/ns_log.h"
 
@@ -18,13 +18,9 @@ bool readsRGB565() {
 }
 
 void flipRows(std::vector<uint8_t>& pixels, std::size_t rowBytes, std::size_t rows) {
-    std::vector<uint8_t> spare(rowBytes);
     for (std::size_t top = 0, bottom = rows; top + 1 < bottom--; ++top) {
-        uint8_t* a = pixels.data() + top * rowBytes;
-        uint8_t* b = pixels.data() + bottom * rowBytes;
-        std::memcpy(spare.data(), a, rowBytes);
-        std::memcpy(a, b, rowBytes);
-        std::memcpy(b, spare.data(), rowBytes);
+        uint8_t* upper = pixels.data() + top * rowBytes;
+        std::swap_ranges(upper, upper + rowBytes, pixels.data() + bottom * rowBytes);
     }
 }
 
@@ -72,11 +68,12 @@ void OffscreenDrawable::bind() const {
     glBindFramebuffer(GL_FRAMEBUFFER, _framebuffer);
 }
 
-CGImage OffscreenDrawable::read(int32_t columns, int32_t rows) const {
+CGImage OffscreenDrawable::read(int32_t columns, int32_t rows, std::vector<uint8_t> storage) const {
     bind();
     const CGImageFormat format = readsRGB565() ? CGImageFormat::rgb565 : CGImageFormat::rgba8888;
     const std::size_t rowBytes = static_cast<std::size_t>(columns) * CGImageBytesPerPixel(format);
-    std::vector<uint8_t> pixels(rowBytes * static_cast<std::size_t>(rows));
+    std::vector<uint8_t> pixels = std::move(storage);
+    pixels.resize(rowBytes * static_cast<std::size_t>(rows));
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     if (format == CGImageFormat::rgb565) {
         glReadPixels(0, 0, columns, rows, GL_RGB, GL_UNSIGNED_SHORT_5_6_5, pixels.data());

@@ -5,6 +5,7 @@
 #include <GLES2/gl2.h>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "platform/graphics/cg_image.h"
 
@@ -21,8 +22,9 @@ class OffscreenDrawable {
     GLuint texture() const { return _texture; }
     void bind() const;
     /// Reads the bottom left rows * columns pixels (GL's orientation) as an upright picture: rgb565 where the
-    /// driver reads it without conversion, else rgba8888. Leaves this drawable bound.
-    CGImage read(int32_t columns, int32_t rows) const;
+    /// driver reads it without conversion, else rgba8888. Leaves this drawable bound. storage: a former
+    /// picture's bytes, used where they suffice.
+    CGImage read(int32_t columns, int32_t rows, std::vector<uint8_t> storage = {}) const;
     /// The GL names died with their context: nothing is deleted.
     void forget();
 

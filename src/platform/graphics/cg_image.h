@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 enum class CGImageFormat {
@@ -35,6 +36,9 @@ class CGImage {
     Color colorAt(int32_t x, int32_t y) const;
     /// The same picture, top row first, as bytes R, G, B, A.
     std::vector<uint8_t> rgbaBytes() const;
+    /// The bytes of a picture that is no longer needed, so that the next one need not allocate. What is left
+    /// can only be assigned to.
+    std::vector<uint8_t> takePixels() && { return std::move(_pixels); }
 
   private:
     int32_t _width;
