@@ -14,6 +14,7 @@
 #include "hosts/desktop/sdl_event_translator.h"
 #include "hosts/desktop/x11_errors.h"
 #include "hosts/native/held_log.h"
+#include "platform/foundation/ca_display_link.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/gl/screen_compositor.h"
 #include "platform/ui/ui_screen.h"
@@ -72,7 +73,9 @@ class DesktopLoop {
           _application(application),
           _verbose(options.verbose),
           _begun(options.begun),
-          _pacer(1 / window.refreshRate()) {}
+          _pacer(1 / window.refreshRate()) {
+        NSRunLoop::currentRunLoop().setRefreshInterval(1 / window.refreshRate());
+    }
 
     void run() {
         while (!_window.quitRequested()) {

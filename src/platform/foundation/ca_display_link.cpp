@@ -20,7 +20,7 @@ void CADisplayLink::invalidate() {
 }
 
 double CADisplayLink::duration() const {
-    return _loop ? _loop->refreshInterval() : NSRunLoop::defaultRefreshInterval;
+    return _loop ? _loop->frameInterval() : NSRunLoop::defaultRefreshInterval;
 }
 
 void CADisplayLink::fire(double timestamp) {

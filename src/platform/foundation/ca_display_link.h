@@ -30,7 +30,7 @@ class CADisplayLink : public std::enable_shared_from_this<CADisplayLink> {
     void invalidate();
     bool isInvalidated() const { return !_block; }
 
-    /// The configured refresh interval in seconds, however long the last frame really took.
+    /// The configured interval from frame to frame in seconds, however long the last one really took.
     double duration() const;
     /// The time of the frame that called it last, in seconds.
     double timestamp() const { return _timestamp; }
@@ -64,6 +64,9 @@ class NSRunLoop {
     /// intervals are refused with a line in the log.
     void setRefreshInterval(double seconds);
     double refreshInterval() const { return _refreshInterval; }
+    /// How many refreshes lie between two frames where not every refresh gets one; 1 or more.
+    void setRefreshesPerFrame(int refreshes) { _refreshesPerFrame = refreshes; }
+    double frameInterval() const { return _refreshInterval * _refreshesPerFrame; }
 
   private:
     friend class CADisplayLink;
@@ -73,4 +76,5 @@ class NSRunLoop {
     std::vector<std::shared_ptr<CADisplayLink>> _links;
     bool _isFiring = false;
     double _refreshInterval = defaultRefreshInterval;
+    int _refreshesPerFrame = 1;
 };

@@ -32,6 +32,7 @@ UIApplication::UIApplication(std::shared_ptr<UIApplicationDelegate> delegate, Wi
 
 UIApplication::~UIApplication() {
     NSRunLoop::currentRunLoop().invalidateDisplayLinks();
+    NSRunLoop::currentRunLoop().setRefreshesPerFrame(1);
     ViewAnimator::shared().reset();
     if (sharedInstance == this) sharedInstance = nullptr;
 }
@@ -175,7 +176,13 @@ void UIApplication::handle(const HostEvent& event) {
 }
 
 void UIApplication::advanceClock(HostTime time) {
-    if (_lastFrame) _time += std::max(time - *_lastFrame, 0.0);
+    if (_lastFrame) {
+        const double passed = std::max(time - *_lastFrame, 0.0);
+        _time += passed;
+        NSRunLoop& loop = NSRunLoop::currentRunLoop();
+        _frameInterval.noteFrame(passed, loop.refreshInterval());
+        loop.setRefreshesPerFrame(_frameInterval.refreshesPerFrame());
+    }
     _lastFrame = time;
 }
 

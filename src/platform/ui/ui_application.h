@@ -10,6 +10,7 @@
 
 #include "platform/host/host_event.h"
 #include "platform/host/window_control.h"
+#include "platform/ui/frame_interval.h"
 #include "platform/ui/ui_window.h"
 
 /// What a host tells the app's own delegate about its life.
@@ -108,6 +109,7 @@ class UIApplication {
     bool _terminated = false;
     /// The host's time of the last frame; nothing before the first one and after having been hidden.
     std::optional<HostTime> _lastFrame;
+    FrameInterval _frameInterval;
     /// Shared, so that one that is removed while it runs lives to its end.
     std::vector<std::shared_ptr<FrameCallback>> _callbacks;
     int _lastToken = 0;
