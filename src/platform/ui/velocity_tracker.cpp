@@ -14,7 +14,8 @@ constexpr HostTime shortestSpan = 1.0 / 120;
 }  // namespace
 
 void VelocityTracker::add(HostTime time, CGPoint place) {
-    const bool joins = _count > 1 && time - last(1).time < shortestInterval;
+    // Fingers that move together have one time: only what they came to counts.
+    const bool joins = _count > 1 && (time == last(0).time || time - last(1).time < shortestInterval);
     if (!joins) ++_count;
     _samples[(_count - 1) % _samples.size()] = {time, place};
 }

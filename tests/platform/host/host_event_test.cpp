@@ -13,6 +13,7 @@ TEST(HostEvent, DescribesEveryKindOnOneLine) {
         {HostKeyPress{HostKey::character, "?", false, false, 1}, "key \"?\" 1"},
         {HostKeyPress{HostKey::backspace, "", true, true, 1.5}, "key control+backspace repeated 1.5"},
         {HostWheel{{3, 4}, -1.5, 2}, "wheel -1.5 {3, 4} 2"},
+        {HostMagnify{{3, 4}, 1.25, 2}, "magnify 1.25 {3, 4} 2"},
         {HostResize{{640, 480}, 2}, "resize {640, 480} scale 2"},
         {HostVisibility{false}, "hidden"},
         {HostLifecycle::willTerminate, "lifecycle willTerminate"},

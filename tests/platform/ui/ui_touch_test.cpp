@@ -264,6 +264,12 @@ TEST_F(UITouchTest, NonsenseFromTheHostIsDroppedWithALine) {
          [&] {
              moved({nan, 0}, 1);
          }},
+        {"move off all screens",
+         [&] {
+             moved({1e300, 0}, 1);
+         }},
+        {"landing at no time", [&] { began(onFractal, nan, 3); }},
+        {"move at no time", [&] { moved(onFractal, nan); }},
         {"landing nowhere",
          [&] {
              began({0, nan}, 1, 3);
