@@ -65,7 +65,7 @@ std::shared_ptr<GSTween> GSTween::initialised(std::shared_ptr<GSTween> tween, co
 struct GSTween::ReservedKey {
     std::string_view name;
     /// NO if the value is of the wrong kind.
-    bool (*apply)(GSTween& tween, const GSTweenValue& value);
+    bool (*apply)(GSTween& tween, const GSTweenValue& value) = nullptr;
 };
 
 const GSTween::ReservedKey* GSTween::reservedKey(const std::string& name) {

@@ -97,8 +97,8 @@ std::string formatted(const char* format, Values... values) {
 }
 
 struct FrameKey {
-    const char* name;
-    std::string (*end)(const CGRect& frame, const GSTweenValue& value);
+    const char* name = nullptr;
+    std::string (*end)(const CGRect& frame, const GSTweenValue& value) = nullptr;
 };
 
 std::string rectText(double x, double y, double width, double height) {

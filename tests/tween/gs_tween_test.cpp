@@ -75,6 +75,11 @@ TEST_F(GSTweenTest, PassesGoByTheirParameters) {
          0.5,
          {{"yoyo", true}, {"repeat", "1"}},
          up + "|=2.5 0.5 ~0.25|=0 0 ~0|=2.5 0.5 ~0.25|=10 1 ~1|=2.5 0.5 ~0.25|=0 0 ~0 complete||"},
+        {"yoyo, repeated, waits for the delay again",
+         0.5,
+         {{"yoyo", true}, {"repeat", 1}, {"delay", 0.5}},
+         "||" + up +
+             "|=2.5 0.5 ~0.25|=0 0 ~0||=0 0 ~0|=2.5 0.5 ~0.25|=10 1 ~1|=2.5 0.5 ~0.25|=0 0 ~0 complete||"},
         {"endless", 0.25, {{"repeat", -1}}, "=0 start 0 ~0|=10 1 ~1|=10 1 ~1|=10 1 ~1|"},
         {"double speed", 1, {{"speed", 2}}, up + " complete|||"},
         {"speed in single precision", 1e-9, {{"speed", 1e-60}}, "||"},

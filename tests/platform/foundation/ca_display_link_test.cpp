@@ -1,4 +1,5 @@
-// Display links that come and go while they are stepped, and a clock that does what clocks do.
+// Display links that come and go while they are stepped, and a clock that stands still or jumps.
+// Tweens rely on every one of these rules.
 #include "platform/foundation/ca_display_link.h"
 
 #include <gmock/gmock.h>
@@ -19,7 +20,7 @@ struct CADisplayLinkTest : testing::Test {
         EXPECT_EQ(loop.displayLinkCount(), 0U);
     }
 
-    std::shared_ptr<CADisplayLink> add(const std::string& name, std::function<void()> then = {}) {
+    std::shared_ptr<CADisplayLink> add(const std::string& name, const std::function<void()>& then = {}) {
         auto link = std::make_shared<CADisplayLink>([this, name, then](CADisplayLink&) {
             fired.push_back(name);
             if (then) then();
