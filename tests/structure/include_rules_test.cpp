@@ -54,7 +54,7 @@ TEST_F(PlantedTree, findEveryPlantedInclude) {
         {"src/hosts/desktop/input.cpp", "#include \"main_screen/game_view_controller.h\""},
         {"src/hosts/headless/input.cpp", "#include \"render/shader.h\""},
         {"src/app/start.cpp", "#include \"hosts/desktop/window.h\""},
-        {"src/app/main_loop.h", "#include \"hosts/desktop/window.h\""},
+        {"src/app/loop.h", "#include \"hosts/desktop/window.h\""},
         {"src/main_screen/main.cpp", "#include \"hosts/desktop/window.h\""},
         {"src/app/main.cpp", "#include <SDL2/SDL.h>"},
         {"src/platform/ui/a.cpp", "#include <SDL.h>"},

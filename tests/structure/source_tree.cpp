@@ -20,7 +20,7 @@ constexpr std::size_t longestFile = 449;
 // The layers that make up the app; platform/ and hosts/ carry them and know none of them.
 const std::regex appLayer("(app|main_screen|render|tween|routing|screens|coach_marks|rating)/.*");
 const std::regex pureLayer("(tween|routing|rating)/.*");
-const std::regex mainSource(R"(app/main[^/]*\.cpp)");
+const std::regex mainSource(R"(app/main[^/]*\.(cpp|h))");
 const std::regex standardHeader("[a-z_0-9]+");
 
 // Headers of the libraries that a host is made of, and those of OpenGL ES, which also the drawing layers use.

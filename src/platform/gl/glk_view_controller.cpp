@@ -21,8 +21,7 @@ void GLKViewController::viewWillAppear(bool animated) {
     UIViewController::viewWillAppear(animated);
     UIApplication* application = UIApplication::sharedApplication();
     if (!application || _frameToken != 0) return;
-    _frameToken =
-        application->addFrameCallback(UIApplication::updateStage, [this](double time) { step(time); });
+    _frameToken = application->addFrameCallback([this](double time) { step(time); });
 }
 
 void GLKViewController::viewDidDisappear(bool animated) {

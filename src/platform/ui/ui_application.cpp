@@ -191,9 +191,8 @@ void UIApplication::frame(HostTime time) {
     advanceClock(time);
     DispatchQueue::mainQueue().drain();
     NSRunLoop::currentRunLoop().fireDisplayLinks(_time);
-    runCallbacks(displayLinkStage);
     ViewAnimator::shared().step(_time);
-    runCallbacks(updateStage);
+    runCallbacks();
     if (const auto shown = window()) {
         // Measuring text loads the fonts: the first frame does not wait for them, and shows no overlay yet.
         if (std::exchange(_firstFrameShown, true)) shown->layoutIfNeeded();
@@ -203,11 +202,11 @@ void UIApplication::frame(HostTime time) {
 }
 
 /// Callbacks that are added meanwhile wait for the next frame.
-void UIApplication::runCallbacks(int stage) {
+void UIApplication::runCallbacks() {
     const std::size_t count = _callbacks.size();
     for (std::size_t i = 0; i < count; ++i) {
         const std::shared_ptr<FrameCallback> callback = _callbacks[i];
-        if (callback->stage == stage && !callback->removed) callback->block(_time);
+        if (!callback->removed) callback->block(_time);
     }
     std::erase_if(_callbacks, [](const auto& callback) { return callback->removed; });
 }
@@ -218,13 +217,12 @@ void UIApplication::setIdleTimerDisabled(bool disabled) {
     if (_control) _control->setIdleTimerDisabled(disabled);
 }
 
-int UIApplication::addFrameCallback(int stage, std::function<void(double time)> callback) {
-    _callbacks.push_back(
-        std::make_shared<FrameCallback>(FrameCallback{++_lastToken, stage, std::move(callback)}));
+int UIApplication::addFrameCallback(std::function<void(double time)> callback) {
+    _callbacks.push_back(std::make_shared<FrameCallback>(FrameCallback{++_lastToken, std::move(callback)}));
     return _lastToken;
 }
 
-/// The block stays until the end of the stage: it may be the one that runs now.
+/// The block stays until all have run: it may be the one that runs now.
 void UIApplication::removeFrameCallback(int token) {
     for (const auto& callback : _callbacks) {
         if (callback->token == token) callback->removed = true;

@@ -67,12 +67,10 @@ class UIApplication {
     const std::shared_ptr<UIApplicationDelegate>& delegate() const { return _delegate; }
     WindowControl* windowControl() const { return _control; }
 
-    /// Called once per frame with the app's time, in the order of adding, after the main queue (display
-    /// links, GL view controllers). Answers a token for removal.
-    int addFrameCallback(int stage, std::function<void(double time)> callback);
+    /// Called once per frame with the app's time, in the order of adding, between the view animations and the
+    /// drawing. Answers a token for removal.
+    int addFrameCallback(std::function<void(double time)> callback);
     void removeFrameCallback(int token);
-    static constexpr int displayLinkStage = 0;  ///< before the view animations
-    static constexpr int updateStage = 1;       ///< after them, before drawing
 
   private:
     std::shared_ptr<UIApplicationDelegate> _delegate;
@@ -86,7 +84,6 @@ class UIApplication {
 
     struct FrameCallback {
         int token = 0;
-        int stage = 0;
         std::function<void(double)> block;
         bool removed = false;
     };
@@ -95,7 +92,7 @@ class UIApplication {
     struct EventHandler;
 
     void advanceClock(HostTime time);
-    void runCallbacks(int stage);
+    void runCallbacks();
     void becomeActive();
     void resignActive();
     void setVisible(bool visible);

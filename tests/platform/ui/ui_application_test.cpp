@@ -133,7 +133,7 @@ TEST_F(UIApplicationTest, FrameHasItsOrder) {
     const auto says = [this](const std::string& what) { return [this, what] { story.push_back(what); }; };
     DispatchQueue::backgroundQueue().async(says("background queue"));
     DispatchQueue::mainQueue().async(says("main queue"));
-    app.addFrameCallback(UIApplication::updateStage, [this](double) { story.push_back("update"); });
+    app.addFrameCallback([this](double) { story.push_back("update"); });
     for (const char* name : {"link 1", "link 2"}) {
         const auto told = [this, name](CADisplayLink& link) {
             story.push_back(name);
@@ -155,14 +155,13 @@ TEST_F(UIApplicationTest, CallbacksMayComeAndGoDuringAFrame) {
     launch();
     int self = 0;
     int other = 0;
-    self = app.addFrameCallback(UIApplication::displayLinkStage, [&](double) {
+    self = app.addFrameCallback([&](double) {
         story.push_back("once");
         app.removeFrameCallback(self);
         app.removeFrameCallback(other);
-        app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("new"); });
+        app.addFrameCallback([this](double) { story.push_back("new"); });
     });
-    other =
-        app.addFrameCallback(UIApplication::displayLinkStage, [this](double) { story.push_back("other"); });
+    other = app.addFrameCallback([this](double) { story.push_back("other"); });
     app.frame(0);
     EXPECT_THAT(story, ElementsAre("once", testing::StartsWith("presents")));
     story.clear();
