@@ -12,9 +12,9 @@ check_scripts() { (cd "$root" && shellcheck -x run test .ci/run) >&2; }
 
 # tidy_one SOURCE: leaves a stamp when it found nothing. The compiler's warnings are the build's, hence -w.
 tidy_one() {
-    local stamp="build/tidy/${1//\//+}" output
+    local stamp="build/tidy/stamps/${1//\//+}" output
     touch "$stamp.begun"
-    if ! output=$(clang-tidy --quiet -p build/release --extra-arg=-w "$1" 2>&1); then
+    if ! output=$(clang-tidy --quiet -p build/tidy --extra-arg=-w "$1" 2>&1); then
         grep -vE '^[0-9]+ warnings? (treated as errors|generated)' <<<"$output" >&2
         return 1
     fi
@@ -29,13 +29,16 @@ stale_for_tidy() {
     newest=$(sources -name '*.h' -printf '%T@ %p\n' | sort -n | tail -n 1)
     newest=$root/${newest#* }
     sources -name '*.cpp' | while IFS= read -r file; do
-        stamp="$root/build/tidy/${file//\//+}"
+        stamp="$root/build/tidy/stamps/${file//\//+}"
         [[ $stamp -nt $root/$file && $stamp -nt $newest && $stamp -nt $root/.clang-tidy ]] ||
             printf '%s\n' "$file"
     done
 }
 
+# The commands are those of a tree that is never built: clang cannot read gcc's precompiled headers.
 check_tidy() {
-    mkdir -p "$root/build/tidy"
+    mkdir -p "$root/build/tidy/stamps"
+    (cd "$root" && cmake --preset release -B build/tidy -DZENTARO_BUILD_TESTS=ON \
+        -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON) >"$root/build/tidy/configure.log" 2>&1 || return 1
     (cd "$root" && stale_for_tidy | xargs -r -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_one "$1"' tidy)
 }
