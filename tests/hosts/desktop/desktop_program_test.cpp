@@ -161,13 +161,38 @@ TEST_F(DesktopProgram, KeysAndClicksDoWhatTheirButtonsSay) {
     EXPECT_TRUE(_program->waitForText("event key \"?\"", kPatience)) << _program->err();
 }
 
-TEST_F(DesktopProgram, AClickOnTheFractalHidesTheToolbarAndAnotherShowsIt) {
+TEST_F(DesktopProgram, ClicksOnTheFractalStartPauseAndResumeOneFlight) {
     start();
     const Picture before = settledPicture();
     click({320, 60});
-    EXPECT_TRUE(becomes([&] { return differingRows(before, picture(), 300, 340) == 40; }));
-    std::this_thread::sleep_for(std::chrono::seconds(1));
+    EXPECT_TRUE(_program->waitForText("http://", kPatience)) << _program->err();
+    EXPECT_TRUE(becomes([&] { return differingRows(before, picture(), 0, 300) > 200; }));
     click({320, 60});
+    const Picture paused = settledPicture();
+    EXPECT_FALSE(paused.bytes == before.bytes);
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_TRUE(picture().bytes == paused.bytes);
+    click({320, 60});
+    EXPECT_TRUE(becomes([&] { return differingRows(paused, picture(), 0, 300) > 200; }));
+    const std::string log = _program->err();
+    EXPECT_EQ(log.find("http://"), log.rfind("http://")) << "one flight:\n" << log;
+}
+
+TEST_F(DesktopProgram, DragsThrowsAndTheWheelMoveTheViewAndKeysBringItBack) {
+    start();
+    const Picture before = settledPicture();
+    tool({"mousemove", "--window", _window, "400", "100", "mousedown", "1"});
+    for (int i = 1; i <= 10; ++i)
+        tool({"mousemove", "--window", _window, std::to_string(400 - 10 * i), "100"});
+    tool({"mouseup", "1"});
+    EXPECT_TRUE(becomes([&] { return differingRows(before, picture(), 0, 300) > 200; }));
+    const Picture dragged = settledPicture();
+    tool({"click", "4"});
+    EXPECT_TRUE(becomes([&] { return differingRows(dragged, picture(), 0, 300) > 200; }));
+    for (const char* name : {"Right", "plus", "minus", "Down"})
+        key(name);
+    settledPicture();
+    key("Home");
     EXPECT_TRUE(becomes([&] { return picture().bytes == before.bytes; }));
 }
 
