@@ -114,6 +114,7 @@ class Ride {
         const char* reason = reasonOf(flight.bounce);
         std::printf("%9.2f s  %s%s%s\n", _screen->timeSinceFirstResume(),
                     _screen->coordinatesForDeeplink(flight.to).c_str(), *reason == '\0' ? "" : "  ", reason);
+        std::fflush(stdout);
     }
 
     void printUsage() const {

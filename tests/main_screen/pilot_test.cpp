@@ -1,5 +1,6 @@
 // The autopilot on the headless host: when it sets out, how it is stopped, what brings it home, and that a
 // seed repeats its flights.
+#include <GLES2/gl2.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -187,6 +188,20 @@ TEST_F(Pilot, JuliaAndDarkPalettesAreSampledAsOthersAndShownAsThemselves) {
     EXPECT_THAT(log.lines, ElementsAre(HasSubstr("/julia/")));
 }
 
+TEST_F(Pilot, PaletteThreeFliesAsPaletteZeroSinceItIsSampledInThat) {
+    std::vector<std::vector<std::string>> rides;
+    for (const int palette : {0, 3, 4}) {
+        start(CGSizeMake(320, 180));
+        for (int i = 0; i < palette; ++i)
+            screen->toggleColoring(nullptr);
+        screen->hideMenu(false);
+        host->play(60);
+        rides.push_back(log.lines);
+    }
+    EXPECT_EQ(rides[0], rides[1]);
+    EXPECT_NE(rides[0], rides[2]);
+}
+
 TEST_F(Pilot, ASeedRepeatsItsFlights) {
     std::vector<std::vector<std::string>> rides;
     for (const uint64_t seed : {7U, 7U, 8U}) {
@@ -198,6 +213,21 @@ TEST_F(Pilot, ASeedRepeatsItsFlights) {
     EXPECT_GE(rides[0].size(), 12U);
     EXPECT_EQ(rides[0], rides[1]);
     EXPECT_NE(rides[0], rides[2]);
+}
+
+TEST_F(Pilot, FlightsLeaveNoGLObjectsBehind) {
+    const auto objects = [] {
+        int count = 0;
+        for (GLuint name = 1; name < 1000; ++name)
+            count += glIsTexture(name) + glIsFramebuffer(name) + glIsProgram(name) + glIsShader(name);
+        return count;
+    };
+    screen->hideMenu(false);
+    host->play(6);
+    const int after = objects();
+    EXPECT_GT(after, 2);
+    host->play(60);
+    EXPECT_EQ(objects(), after);
 }
 
 TEST_F(Pilot, WithoutOpenGLItStaysAtTheTop) {

@@ -180,7 +180,7 @@ TEST(Shuffling, GivesEveryOrderItsShare) {
     ASSERT_EQ(orders.size(), 24U);
     // Five standard deviations of a share of a 24th.
     for (const auto& [order, count] : orders)
-        EXPECT_NEAR(count, times / 24, 160);
+        EXPECT_NEAR(count, times / 24.0, 160);
     std::vector<CGRect> one = {CGRectMake(5, 0, 1, 1)};
     RandomSource untouched = random;
     shuffle(one, random);
