@@ -60,7 +60,7 @@ class HeadlessHost {
     void tap(CGPoint point);
     /// Where one finger goes.
     struct Way {
-        int64_t finger;
+        int64_t finger = 0;
         CGPoint to;
     };
 

@@ -188,16 +188,6 @@ TEST_F(UIGestureTest, PinchMultipliesAndMeasuresItsSpeed) {
     EXPECT_THAT(story, ElementsAre("pinch began", "pinch changed", "pinch ended"));
 }
 
-TEST_F(UIGestureTest, PinchThatRestsHasNoSpeed) {
-    land(1, {350, 200});
-    land(2, {450, 200});
-    slide({{1, {-5, 0}}, {2, {5, 0}}}, 8);
-    time += 0.2;
-    lift(2);
-    EXPECT_EQ(story.back(), "pinch ended");
-    EXPECT_EQ(pinchVelocity, 0);
-}
-
 TEST_F(UIGestureTest, ThirdFingerAndFingersInOnePlaceMakeNoPinchJump) {
     land(1, {350, 200});
     land(2, {450, 200});
