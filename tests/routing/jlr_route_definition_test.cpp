@@ -1,0 +1,249 @@
+// URLs against patterns: which match, and with which parameters.
+// Expected values are worked out by hand.
+#include "routing/jlr_route_definition.h"
+
+#include <gmock/gmock.h>
+
+#include "routing/jlr_route_handler.h"
+
+namespace {
+
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using Strings = std::vector<std::string>;
+
+constexpr auto plus = JLRRouteRequestOptionDecodePlusSymbols;
+constexpr auto hostToo = JLRRouteRequestOptionTreatHostAsPathComponent;
+
+JLRRouteRequest requestFor(const std::string& url,
+                           JLRRouteRequestOptions options = JLRRouteRequestOptionsNone,
+                           std::optional<JLRRouteParameters> additional = std::nullopt) {
+    return JLRRouteRequest(NSURL::URLWithString(url), options, std::move(additional));
+}
+
+JLRRouteDefinition route(const std::string& pattern) {
+    return {pattern, 0, nullptr};
+}
+
+TEST(JLRRouteRequest, FindsPathComponents) {
+    const struct {
+        const char* url;
+        JLRRouteRequestOptions options;
+        Strings components;
+    } cases[] = {
+        {"app://a/b/c", 0, {"a", "b", "c"}},
+        {"app:///a/b", 0, {"a", "b"}},
+        {"app://a.b/c", 0, {"c"}},
+        {"app://a%2Eb/c", 0, {"c"}},
+        {"app://localhost/c", 0, {"c"}},
+        {"app://LOCALHOST/c", 0, {"LOCALHOST", "c"}},
+        {"app://a.b/c", hostToo, {"a.b", "c"}},
+        {"app://localhost:80/c", hostToo | plus, {"localhost", "c"}},
+        {"app:///c", hostToo, {"c"}},
+        {"app://%FF/c", 0, {"c"}},
+        {"app://u:p@w%20d:1/c", 0, {"w%20d", "c"}},
+        {"app://a", 0, {"a"}},
+        {"app://a/", 0, {"a"}},
+        {"/a/b/", 0, {"a", "b"}},
+        {"a/b", 0, {"a", "b"}},
+        {"http://h.x", 0, {""}},
+        {"http://h.x/", 0, {""}},
+        {"http://h.x//", 0, {""}},
+        {"http://h.x/a//b//", 0, {"a", "", "b", ""}},
+        {"app://a//b", 0, {"a", "", "b"}},
+        {"http://h.x/%61%2Fb", 0, {"%61%2Fb"}},
+        // Fragments: a path, nothing, a query, both, and what is neither.
+        {"/a#/b/c/", 0, {"a#", "b", "c"}},
+        {"/a/#b%20", 0, {"a", "#b%20"}},
+        {"/a#", 0, {"a#"}},
+        {"/a#k=1&l", 0, {"a"}},
+        {"/a#k=1?k=1", 0, {"a"}},
+        {"/a#/b?k=1", 0, {"a#", "b"}},
+        {"/a#?k=1", 0, {"a#"}},
+        {"/a#k=", 0, {"a#k="}},
+        {"/a#k&l=1", 0, {"a#k&l=1"}},
+        {"/a#b?k", 0, {"a#b"}},
+        {"/a#k=1:2", 0, {"a"}},
+    };
+    for (const auto& each : cases)
+        EXPECT_THAT(requestFor(each.url, each.options).pathComponents(), ElementsAreArray(each.components))
+            << each.url;
+    EXPECT_THAT(JLRRouteRequest(std::nullopt).pathComponents(), IsEmpty());
+}
+
+TEST(JLRRouteRequest, CollectsQueryItems) {
+    const struct {
+        const char* url;
+        JLRRouteParameters query;
+    } cases[] = {
+        {"/a?k=1&k=2&k=3", {{"k", Strings{"1", "2", "3"}}}},
+        {"/a?k&l=&m=x+y%2B%26", {{"l", ""}, {"m", "x+y+&"}}},
+        {"/a?k=1#k=2&l=3", {{"k", Strings{"1", "2"}}, {"l", "3"}}},
+        {"/a?k=1#/b?m=2", {{"k", "1"}, {"m", "2"}}},
+        {"/a#k=&l=1", {}},
+        {"/a#k=Q%26A", {{"k", "Q&A"}}},
+        {"/a?=1&%6B=%FF&%6B=2", {{"", "1"}, {"k", "2"}}},
+        {"/a", {}},
+    };
+    for (const auto& each : cases)
+        EXPECT_EQ(requestFor(each.url, plus).queryParams(), each.query) << each.url;
+}
+
+TEST(JLRRouteDefinition, MatchesComponentByComponent) {
+    const struct {
+        const char* pattern;
+        const char* url;
+        std::optional<JLRRouteParameters> variables;
+    } cases[] = {
+        {"/:type/:x1", "app://word/a/b", std::nullopt},
+        {"/:type/:x1", "app:///a/b", {{{"type", "a"}, {"x1", "b"}}}},
+        {"/:type/:x1", "http://h.x/a/b/", {{{"type", "a"}, {"x1", "b"}}}},
+        {"/files/*", "/files", {{{"JLRouteWildcardComponents", Strings{}}}}},
+        {"/files/*", "/files/a/%62", {{{"JLRouteWildcardComponents", Strings{"a", "%62"}}}}},
+        {"/files/*", "/file/a", std::nullopt},
+        {"/a/b/*", "/a", std::nullopt},
+        {"/*/b/:c", "/a", {{{"JLRouteWildcardComponents", Strings{"a"}}}}},
+        {":a/*", "/x//y", {{{"a", "x"}, {"JLRouteWildcardComponents", Strings{"", "y"}}}}},
+        {"/a*/b", "/a*/b/c", std::nullopt},
+        {"/*", "/", {{{"JLRouteWildcardComponents", Strings{""}}}}},
+        {"/a/b", "/a/B", std::nullopt},
+        {"/a", "/%61", std::nullopt},
+        {"/%61", "/%61", {JLRRouteParameters{}}},
+        {"/", "http://h.x", {JLRRouteParameters{}}},
+        {"/a//b", "/a//b", {JLRRouteParameters{}}},
+        {"/:a/:a", "/1/2", {{{"a", "2"}}}},
+        {"/:a#", "/b%23", {{{"a", "b"}}}},
+        {"/:a", "/b#", {{{"a", "b"}}}},
+        {"/:a", "/#", {{{"a", "#"}}}},
+        {"/:/:#", "/x/y", {{{":", "x"}, {"#", "y"}}}},
+        {"/:a", "/", {{{"a", ""}}}},
+        {"/:a/:b", "/%FF/%00", {{{"b", std::string("\0", 1)}}}},
+        {"/:a", "/a%20b+c%2B", {{{"a", "a b c "}}}},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(std::string(each.pattern) + " against " + each.url);
+        const JLRRouteRequest request = requestFor(each.url, plus);
+        const JLRRouteDefinition definition = route(each.pattern);
+        const JLRRouteResponse response = definition.routeResponseForRequest(request);
+        ASSERT_EQ(response.isMatch(), each.variables.has_value());
+        JLRRouteParameters all = each.variables.value_or(JLRRouteParameters());
+        if (!response.isMatch()) {
+            EXPECT_EQ(response, JLRRouteResponse::invalidMatchResponse());
+            continue;
+        }
+        all.insert(
+            {{"JLRoutePattern", each.pattern}, {"JLRouteURL", *request.URL()}, {"JLRouteScheme", NSNull()}});
+        EXPECT_EQ(response, JLRRouteResponse::validMatchResponseWithParameters(all));
+    }
+    EXPECT_EQ(route("/:a").routeVariablesForRequest(requestFor("/a%20b+c")),
+              (JLRRouteParameters{{"a", "a b+c"}}));
+}
+
+TEST(JLRRouteDefinition, LaterSourcesWin) {
+    JLRRouteDefinition definition = route("/:a/:b/:c/:JLRouteScheme");
+    definition.didBecomeRegisteredForScheme("app");
+    const auto object = std::make_shared<int>(7);
+    const JLRRouteRequest request = requestFor(
+        "/1/2/3/4?a=q&q=q&b=q&c=q&JLRoutePattern=q", plus,
+        JLRRouteParameters{{"b", int64_t{5}}, {"object", object}, {"JLRouteURL", "mine"}, {"q", "+"}});
+    EXPECT_EQ(definition.routeResponseForRequest(request).parameters(),
+              (JLRRouteParameters{{"a", "1"},
+                                  {"b", int64_t{5}},
+                                  {"c", "3"},
+                                  {"q", "+"},
+                                  {"object", object},
+                                  {"JLRoutePattern", "/:a/:b/:c/:JLRouteScheme"},
+                                  {"JLRouteURL", *request.URL()},
+                                  {"JLRouteScheme", "app"}}));
+}
+
+TEST(JLRRouteDefinition, IsAValue) {
+    const auto make = [](const char* pattern, uint64_t priority, const char* scheme) {
+        auto made = std::make_shared<JLRRouteDefinition>(pattern, priority, nullptr);
+        if (scheme) made->didBecomeRegisteredForScheme(scheme);
+        return made;
+    };
+    const auto one = make("/a", 3, "s");
+    const auto copy = one->copy();
+    EXPECT_NE(copy, one);
+    for (const auto& equal : {copy, make("/a", 3, "s")}) {
+        EXPECT_EQ(*equal, *one);
+        EXPECT_EQ(equal->hash(), one->hash());
+    }
+    for (const auto& other :
+         {make("a", 3, "s"), make("/a", 4, "s"), make("/a", 3, "t"), make("/a", 3, nullptr)}) {
+        EXPECT_NE(*other, *one);
+        EXPECT_NE(other->hash(), one->hash());
+    }
+    EXPECT_THAT(one->description(), MatchesRegex("<JLRRouteDefinition 0x[0-9a-f]+> - /a \\(priority: 3\\)"));
+    EXPECT_THAT(requestFor("a:b").description(), MatchesRegex("<JLRRouteRequest 0x[0-9a-f]+> - URL: a:b"));
+    EXPECT_TRUE(one->callHandlerBlockWithParameters({}));
+}
+
+TEST(JLRRouteResponse, ComparesAndPrintsItsParameters) {
+    using Response = JLRRouteResponse;
+    const JLRRouteParameters parameters = {
+        {"a", "b1"}, {"k 1", Strings{"\"x\"", "y"}}, {"n", -1.5}, {"null", NSNull()}, {"t", "a\n\x01"}};
+    const Response response = Response::validMatchResponseWithParameters(parameters);
+    const Response equal = Response::validMatchResponseWithParameters(parameters);
+    EXPECT_EQ(equal, response);
+    EXPECT_EQ(equal.hash(), response.hash());
+    for (const Response& other :
+         {Response::validMatchResponseWithParameters({{"a", "b2"}}),
+          Response::validMatchResponseWithParameters({}), Response::invalidMatchResponse()}) {
+        EXPECT_NE(other, response);
+        EXPECT_NE(other.hash(), response.hash());
+    }
+    EXPECT_THAT(response.description(), testing::EndsWith("> - match: YES, params: {\n"
+                                                          "    a = b1;\n"
+                                                          "    \"k 1\" =     (\n"
+                                                          "        \"\\\"x\\\"\",\n"
+                                                          "        y\n"
+                                                          "    );\n"
+                                                          "    n = \"-1.5\";\n"
+                                                          "    null = \"<null>\";\n"
+                                                          "    t = \"a\\n\\001\";\n"
+                                                          "}"));
+    EXPECT_THAT(Response::invalidMatchResponse().description(),
+                MatchesRegex("<JLRRouteResponse 0x[0-9a-f]+> - match: NO, params: \\(null\\)"));
+}
+
+struct Page {
+    explicit Page(const JLRRouteParameters& parameters)
+        : name(stringForKey(parameters, "name").value_or("")) {}
+    std::string name;
+};
+
+struct Locked {
+    static std::shared_ptr<Locked> initWithRouteParameters(const JLRRouteParameters&) { return nullptr; }
+};
+
+TEST(JLRRouteHandler, BuildsHandlers) {
+    struct Target : JLRRouteHandlerTarget {
+        bool handleRouteWithParameters(const JLRRouteParameters& parameters) override {
+            return stringForKey(parameters, "name") == "yes";
+        }
+    };
+    auto target = std::make_shared<Target>();
+    const JLRRouteHandlerBlock weak = JLRRouteHandler::handlerBlockForWeakTarget(target);
+    EXPECT_TRUE(weak({{"name", "yes"}}));
+    EXPECT_FALSE(weak({{"name", "no"}}));
+    EXPECT_FALSE(weak({{"name", 1.5}}));
+    target.reset();
+    EXPECT_FALSE(weak({{"name", "yes"}}));
+
+    std::shared_ptr<Page> page;
+    const auto made =
+        JLRRouteHandler::handlerBlockForTargetClass<Page>([&page](std::shared_ptr<Page> created) {
+            page = std::move(created);
+            return page->name == "home";
+        });
+    EXPECT_TRUE(made({{"name", "home"}}));
+    EXPECT_FALSE(made({{"name", "away"}}));
+    EXPECT_EQ(page->name, "away");
+    EXPECT_TRUE(JLRRouteHandler::handlerBlockForTargetClass<Locked>(
+        [](const std::shared_ptr<Locked>& created) { return created == nullptr; })({}));
+}
+
+}  // namespace
