@@ -139,6 +139,7 @@ bool JLRoutes::_routeURL(const std::optional<NSURL>& url, const Parameters& para
 }
 
 bool JLRoutes::tryRoutes(const JLRRouteRequest& request, bool executeRouteBlock) const {
+    static const JLRRouteParameters none;
     const std::shared_ptr<const Routes> snapshot = _routes;
     for (const auto& route : *snapshot) {
         const JLRRouteResponse response = route->routeResponseForRequest(request);
@@ -146,7 +147,7 @@ bool JLRoutes::tryRoutes(const JLRRouteRequest& request, bool executeRouteBlock)
         verboseLog([&] { return "Successfully matched " + route->description(); });
         if (!executeRouteBlock) return true;
         verboseLog([&] { return "Match parameters are " + JLRoutes_description(response.parameters()); });
-        if (route->callHandlerBlockWithParameters(response.parameters().value_or(JLRRouteParameters())))
+        if (route->callHandlerBlockWithParameters(response.parameters() ? *response.parameters() : none))
             return true;
     }
     return false;

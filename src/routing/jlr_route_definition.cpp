@@ -104,9 +104,11 @@ JLRRouteParameters JLRRouteDefinition::matchParametersForRequest(
 
 JLRRouteParameters JLRRouteDefinition::defaultMatchParametersForRequest(
     const JLRRouteRequest& request) const {
-    return {{JLRoutePattern, _pattern},
-            {JLRouteURL, valueOrNull(request.URL())},
-            {JLRouteScheme, valueOrNull(_scheme)}};
+    JLRRouteParameters parameters;
+    parameters.emplace(JLRoutePattern, _pattern);
+    parameters.emplace(JLRouteURL, valueOrNull(request.URL()));
+    parameters.emplace(JLRouteScheme, valueOrNull(_scheme));
+    return parameters;
 }
 
 std::size_t JLRRouteDefinition::hash() const {
