@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/command_line_options.h"
+#include "app/shared_link.h"
 
 namespace {
 
@@ -36,7 +37,10 @@ std::string_view neededFor(OptionUse use) {
 std::string helpText() {
     std::string text =
         "Zentaro, a full-screen fractal explorer.\n\n"
-        "usage: zentaro [OPTIONS]\n";
+        "usage: zentaro [OPTIONS] [LINK]\n"
+        "  LINK                      open this view: http://" ZENTARO_WEB_HOST
+        "/TYPE/x1/y1/x2/y2,\n"
+        "                            " ZENTARO_URL_SCHEME "://TYPE/x1/y1/x2/y2, or only /TYPE/x1/y1/x2/y2\n";
     OptionUse use = OptionUse::anything;
     for (const auto& option : commandLineOptions()) {
         if (option.use != use) text.append("with ").append(neededFor(option.use)).append(":\n");
@@ -81,9 +85,15 @@ std::string conflictIn(const CommandLineReading& reading) {
     const bool picture = reading.has("--snapshot");
     const bool flight = reading.has("--fly");
     if (picture && flight) return "--snapshot draws one picture and --fly flies; give one of them";
-    if ((picture || flight) && reading.options.fullscreen) {
-        return std::string("--fullscreen opens a window and ") + (picture ? "--snapshot" : "--fly") +
-               " needs none; give one of them";
+    for (const std::string_view opensWindow : {"--fullscreen", "--new"}) {
+        if ((picture || flight) && reading.has(opensWindow)) {
+            return std::string(opensWindow) + " opens a window and " + (picture ? "--snapshot" : "--fly") +
+                   " needs none; give one of them";
+        }
+    }
+    for (const std::string_view alsoInLink : {"--view", "--type"}) {
+        if (!reading.options.link.empty() && reading.has(alsoInLink))
+            return std::string(alsoInLink) + " and the link both say what to show; give one of them";
     }
     const double scale = reading.options.scale.value_or(1);
     const auto side = [&](CGFloat points) { return std::round(points * scale); };
@@ -105,19 +115,22 @@ std::pair<std::string_view, std::optional<std::string_view>> splitArgument(std::
     return {argument.substr(0, equals), argument.substr(equals + 1)};
 }
 
-std::string unknownArgument(std::string_view argument) {
-    if (argument.starts_with("-") && argument.size() > 1) {
-        return "unknown option " + quoted(argument) + "; zentaro --help lists them all";
-    }
-    return "unexpected argument " + quoted(argument) + "; options start with --, see zentaro --help";
+std::string readLink(CommandLineReading& reading, std::string_view argument) {
+    if (!reading.options.link.empty()) return "there is a second link " + quoted(argument) + "; give one";
+    const auto link = readSharedLink(argument);
+    if (const auto* mistake = std::get_if<LinkMistake>(&link)) return mistake->line;
+    reading.options.link = argument;
+    return {};
 }
 
-/// Reads the option at the front of the arguments and takes it off them.
+/// Reads the option or link at the front of the arguments and takes it off them.
 std::string readNext(CommandLineReading& reading, std::span<const std::string_view>& rest) {
-    auto [name, value] = splitArgument(rest.front());
-    const CommandLineOption* option = findOption(name);
-    if (option == nullptr) return unknownArgument(rest.front());
+    const std::string_view argument = rest.front();
     rest = rest.subspan(1);
+    if (!argument.starts_with("-")) return readLink(reading, argument);
+    auto [name, value] = splitArgument(argument);
+    const CommandLineOption* option = findOption(name);
+    if (option == nullptr) return "unknown option " + quoted(argument) + "; zentaro --help lists them all";
     if (reading.has(option->name)) return std::string(name) + " is given twice; give it once";
     reading.given.push_back(option->name);
     const bool takesValue = !option->value.empty();

@@ -46,6 +46,10 @@ struct CommandLineOptions {
     bool fullscreen = false;
     std::string defaultsFile;  ///< empty: the user's own
     bool verbose = false;
+    /// Where to start: one of the app's own links, see readSharedLink; empty for the app's own start.
+    std::string link;
+    /// A window of its own, even where a running app could open the link.
+    bool startsAnother = false;
     /// Absent: other random numbers at every start.
     std::optional<uint64_t> seed;
     /// At most one of the two; neither: a window.

@@ -50,6 +50,11 @@ std::string readFullscreen(CommandLineReading& reading, std::string_view) {
     return {};
 }
 
+std::string readNew(CommandLineReading& reading, std::string_view) {
+    reading.options.startsAnother = true;
+    return {};
+}
+
 std::string readDefaults(CommandLineReading& reading, std::string_view value) {
     reading.options.defaultsFile = value;
     return {};
@@ -181,10 +186,11 @@ std::string readFrames(CommandLineReading& reading, std::string_view value) {
 
 using enum OptionUse;
 
-constexpr std::array<CommandLineOption, 15> kOptions{{
+constexpr std::array<CommandLineOption, 16> kOptions{{
     {"--size", "WxH", "1280x720", anything, readSize, "size of the window or picture in points (1280x720)"},
     {"--scale", "S", "2", anything, readScale, "pixels per point, 0.5 to 4 (the display's own)"},
     {"--fullscreen", "", "", anything, readFullscreen, "start in full screen"},
+    {"--new", "", "", anything, readNew, "open LINK in a new window, not in the one that is there"},
     {"--defaults", "FILE", "settings.json", anything, readDefaults,
      "use this settings file; a picture or a flight only reads it"},
     {"--seed", "N", "1", anything, readSeed, "start of the random numbers: the same, the same flights"},

@@ -1,24 +1,37 @@
-// The application delegate: makes the window with its main screen, and holds the rectangle of the last link.
-// It is the only place that knows both the framework's storyboard and the app's classes.
+// The application delegate: makes the window with its main screen, opens links, and holds the rectangle of
+// the last one. It is the only place that knows both the framework's storyboard and the app's classes.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "main_screen/deep_link_delegate.h"
 #include "platform/ui/ui_application.h"
+#include "routing/jlr_route_value.h"
 
-class iOSAppDelegate : public UIResponder, public UIApplicationDelegate, public DeepLinkDelegate {
+class iOSAppDelegate : public UIResponder,
+                       public UIApplicationDelegate,
+                       public DeepLinkDelegate,
+                       public std::enable_shared_from_this<iOSAppDelegate> {
   public:
+    ~iOSAppDelegate() override;
+
     bool applicationDidFinishLaunching() override;
+    void applicationOpenLink(const std::string& text) override;
+    bool applicationOpenURL(const NSURL& url) override;
+    bool applicationContinueUserActivity(const NSUserActivity& activity) override;
     std::shared_ptr<UIWindow> window() const override { return _window; }
+
     CGRect launchRect() const override { return _launchRect; }
-    /// No route takes links yet: every answer is NO.
-    bool loadDeeplink(const std::string& url) override;
+    bool loadDeeplink(const std::optional<NSURL>& url) override;
     /// Factory reset of the main screen.
     void resetCrap();
 
   private:
+    bool loadMainScreen();
+    bool openView(const JLRRouteParameters& parameters);
+
     std::shared_ptr<UIWindow> _window;
     CGRect _launchRect = CGRectNull;
 };

@@ -159,6 +159,7 @@ int fly(HeadlessHost& host, HeldLog& log, const CommandLineOptions& options) {
             return failStart(mistake);
     }
     log.release();
+    openLink(host, options);
     if (!options.verbose) {
         NSLogSetSink([](std::string_view line) {
             if (isAboutAFlight(line)) return;

@@ -2,10 +2,13 @@
 // A start that fails has written nothing.
 #include "app/main_headless.h"
 
+#include <cstdio>
+#include <string_view>
 #include <utility>
 
 #include "hosts/native/file_preferences_store.h"
 #include "hosts/native/memory_preferences_store.h"
+#include "platform/foundation/ns_log.h"
 
 OrMistake<std::shared_ptr<PreferencesStore>> readOnlySettings(const CommandLineOptions& options) {
     if (options.defaultsFile.empty()) return {};
@@ -27,4 +30,15 @@ OrMistake<std::shared_ptr<GameViewController>> launchMainScreen(HeadlessHost& ho
     if (screen->shader()->isUsable()) return {std::move(screen), {}};
     return {nullptr,
             "the fractal's shader is missing or broken; install the app anew (" + log.firstLine() + ")"};
+}
+
+void openLink(HeadlessHost& host, const CommandLineOptions& options) {
+    if (options.link.empty()) return;
+    if (options.verbose) return host.handle(HostOpenLink{options.link});
+    NSLogSink former = NSLogSetSink([](std::string_view line) {
+        if (line.starts_with("Setting launch rect")) return;
+        std::fprintf(stderr, "zentaro: %.*s\n", static_cast<int>(line.size()), line.data());
+    });
+    host.handle(HostOpenLink{options.link});
+    NSLogSetSink(std::move(former));
 }

@@ -22,3 +22,7 @@ OrMistake<std::shared_ptr<PreferencesStore>> readOnlySettings(const CommandLineO
 
 /// Launches the app and answers its main screen, ready to draw. log: what the start said so far.
 OrMistake<std::shared_ptr<GameViewController>> launchMainScreen(HeadlessHost& host, const HeldLog& log);
+
+/// Opens the options' link, if there is one. A link that leads nowhere is said in one line on stderr, and the
+/// view stays.
+void openLink(HeadlessHost& host, const CommandLineOptions& options);

@@ -138,11 +138,13 @@ void printLine(GameViewController& screen, Clock::time_point begun) {
                 static_cast<int>(screen.shader()->dwell()), took);
 }
 
-int drawPicture(HeadlessHost& host, HeldLog& log, const SnapshotOptions& options, Clock::time_point begun) {
+int drawPicture(HeadlessHost& host, HeldLog& log, const CommandLineOptions& line, Clock::time_point begun) {
+    const SnapshotOptions& options = *line.snapshot;
     const auto [screen, failure] = launchMainScreen(host, log);
     if (!screen) return failStart(failure);
     const std::shared_ptr<UIWindow> window = host.application().delegate()->window();
     log.release();
+    openLink(host, line);
     setView(*screen, options);
     window->layoutIfNeeded();
     if (!options.screen) fillUprightPicture(*screen, *window);
@@ -166,7 +168,7 @@ int startSnapshot(const CommandLineOptions& options) {
     const HeadlessHost::Options hostOptions{options.size, options.scale.value_or(1), settings};
     HeldLog log(!options.verbose);
     HeadlessHost host(hostOptions, [] { return std::make_shared<iOSAppDelegate>(); });
-    const int status = drawPicture(host, log, *options.snapshot, begun);
+    const int status = drawPicture(host, log, options, begun);
     // What the app has to say on leaving concerns nobody who asked for a picture.
     if (!options.verbose) NSLogSetSink([](std::string_view) {});
     return status;

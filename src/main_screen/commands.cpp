@@ -23,6 +23,8 @@ constexpr Command commands[] = {
     {"zoomIn:", "Zoom", "+ −", HostKey::character, "+", true, true},
     {"zoomIn:", "Zoom", "", HostKey::character, "=", true, true},
     {"zoomOut:", "Zoom", "", HostKey::character, "-", true, true},
+    {"copyLink:", "Copy this view's link", "Ctrl+C", HostKey::character, "c", false, false, true},
+    {"pasteLink:", "Open a copied link", "Ctrl+V", HostKey::character, "v", false, false, true},
     {"toggleFullscreen:", "Full screen", "F11", HostKey::f11, ""},
     {"toggleKeyHelp:", "This list", "?", HostKey::character, "?"},
     {"toggleDeveloperOverlay:", "Figures for developers", "F1", HostKey::f1, ""},
@@ -36,9 +38,9 @@ std::span<const Command> mainScreenCommands() {
 }
 
 const Command* commandForKey(const HostKeyPress& press) {
-    if (press.control) return nullptr;
     const auto found = std::ranges::find_if(commands, [&](const Command& command) {
-        return command.key == press.key && (press.key != HostKey::character || press.text == command.text);
+        return command.key == press.key && command.control == press.control &&
+               (press.key != HostKey::character || press.text == command.text);
     });
     const bool counts = found != std::end(commands) && (!press.repeated || found->repeats);
     return counts ? found : nullptr;

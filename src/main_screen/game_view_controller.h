@@ -128,6 +128,8 @@ class GameViewController : public GLKViewController {
     void shareScreen(Sender sender);
     void toggleRecording(Sender sender);
     void showAbout(Sender sender);
+    void copyLink(Sender sender);
+    void pasteLink(Sender sender);
     void toggleFullscreen(Sender sender);
     void toggleKeyHelp(Sender sender);
     void toggleDeveloperOverlay(Sender sender);

@@ -41,6 +41,8 @@ constexpr NamedAction actions[] = {
     {"moveRight:", &GameViewController::moveRight},
     {"zoomIn:", &GameViewController::zoomIn},
     {"zoomOut:", &GameViewController::zoomOut},
+    {"copyLink:", &GameViewController::copyLink},
+    {"pasteLink:", &GameViewController::pasteLink},
     {"toggleFullscreen:", &GameViewController::toggleFullscreen},
     {"toggleKeyHelp:", &GameViewController::toggleKeyHelp},
     {"toggleDeveloperOverlay:", &GameViewController::toggleDeveloperOverlay},
@@ -120,6 +122,18 @@ void GameViewController::toggleRecording(Sender) {
 
 void GameViewController::showAbout(Sender) {
     NSLog("The About screen comes with a later version");
+}
+
+void GameViewController::copyLink(Sender) {
+    if (WindowControl* control = windowControl())
+        control->setClipboardText(coordinatesForDeeplink(_shader->fractalBounds()));
+}
+
+/// Goes the way of every link from outside.
+void GameViewController::pasteLink(Sender) {
+    WindowControl* control = windowControl();
+    const std::string text = control ? control->clipboardText() : std::string();
+    if (!text.empty()) UIApplication::sharedApplication()->handle(HostOpenLink{text});
 }
 
 void GameViewController::toggleFullscreen(Sender) {

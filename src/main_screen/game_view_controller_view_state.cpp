@@ -66,7 +66,7 @@ std::string GameViewController::coordinatesForDeeplink(CGRect r) const {
 
 void GameViewController::loadURL(const std::string& url) {
     auto* links = dynamic_cast<DeepLinkDelegate*>(applicationDelegate());
-    const bool loaded = links && links->loadDeeplink(url);
+    const bool loaded = links && links->loadDeeplink(NSURL::URLWithString(url));
     NSLog("loaded '%s': %s", url.c_str(), loaded ? "YES" : "NO");
 }
 

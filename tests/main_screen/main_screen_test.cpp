@@ -22,7 +22,9 @@ namespace {
 class LinkedDelegate : public iOSAppDelegate {
   public:
     CGRect launchRect() const override { return link; }
-    bool loadDeeplink(const std::string& url) override { return url == "known"; }
+    bool loadDeeplink(const std::optional<NSURL>& url) override {
+        return url && url->absoluteString() == "known";
+    }
     CGRect link = CGRectMake(0.25, 0.5, 1, 1);
 };
 

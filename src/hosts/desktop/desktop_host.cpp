@@ -11,6 +11,7 @@
 
 #include "hosts/desktop/desktop_window.h"
 #include "hosts/desktop/frame_pacer.h"
+#include "hosts/desktop/link_socket.h"
 #include "hosts/desktop/sdl_event_translator.h"
 #include "hosts/desktop/x11_errors.h"
 #include "hosts/native/held_log.h"
@@ -73,7 +74,8 @@ class DesktopLoop {
           _application(application),
           _verbose(options.verbose),
           _begun(options.begun),
-          _pacer(1 / window.refreshRate()) {
+          _pacer(1 / window.refreshRate()),
+          _links(options.linkFolder) {
         NSRunLoop::currentRunLoop().setRefreshInterval(1 / window.refreshRate());
     }
 
@@ -95,21 +97,29 @@ class DesktopLoop {
     void takeEvents() {
         SDL_Event event;
         if (!_application.isVisible()) {
-            if (SDL_WaitEvent(&event) != 0) take(event);
+            if (SDL_WaitEventTimeout(&event, kHiddenWait) != 0) take(event);
             _pacer.restart();
         }
         while (SDL_PollEvent(&event) != 0)
             take(event);
+        for (std::string& link : _links.take()) {
+            _window.bringToFront();
+            handle(HostOpenLink{std::move(link)});
+        }
     }
 
     void take(const SDL_Event& event) {
         if (event.type == SDL_WINDOWEVENT) _window.updateSize();
         _events.clear();
         _translator.translate(event, _window.geometry(), _clock.ofTicks(event.common.timestamp), _events);
-        for (const HostEvent& one : _events) {
-            if (_verbose) NSLog("event %s", describe(one).c_str());
-            _application.handle(one);
-        }
+        for (const HostEvent& one : _events)
+            handle(one);
+        if (event.type == SDL_DROPTEXT || event.type == SDL_DROPFILE) SDL_free(event.drop.file);
+    }
+
+    void handle(const HostEvent& event) {
+        if (_verbose) NSLog("event %s", describe(event).c_str());
+        _application.handle(event);
     }
 
     void reportFirstFrame() {
@@ -118,6 +128,9 @@ class DesktopLoop {
         const auto sinceStart = std::chrono::steady_clock::now() - _begun;
         NSLog("first frame after %.1f ms", std::chrono::duration<double, std::milli>(sinceStart).count());
     }
+
+    /// Milliseconds between two looks for links while the window is hidden.
+    static constexpr int kHiddenWait = 200;
 
     DesktopWindow& _window;
     UIApplication& _application;
@@ -128,6 +141,7 @@ class DesktopLoop {
     SdlEventTranslator _translator;
     std::vector<HostEvent> _events;
     bool _firstFrameReported = false;
+    LinkSocket _links;
 };
 
 /// What the app finds through its shared accessors, for as long as it runs.
@@ -149,6 +163,7 @@ DesktopResult runInWindow(DesktopWindow& window, const DesktopOptions& options,
     if (!application.launch()) return {DesktopEnd::failed, damagedResources(log)};
     if (!window.hasContext()) return {DesktopEnd::failed, withoutOpenGL(window.lastError())};
     log.release();
+    if (!options.link.empty()) application.handle(HostOpenLink{options.link});
     DesktopLoop(window, application, options).run();
     return {};
 }

@@ -15,6 +15,10 @@ struct DesktopOptions {
     CGSize size{1280, 720};       ///< points
     std::optional<double> scale;  ///< pixels per point; absent: the display's own
     bool fullscreen = false;
+    /// Opened at the start; empty for none.
+    std::string link = {};
+    /// Where other processes hand over their links; empty: nowhere.
+    std::string linkFolder = {};
     bool verbose = false;  ///< events, and when the first frame was shown, go to the log
     /// When the process began, as its log counts.
     std::chrono::steady_clock::time_point begun = std::chrono::steady_clock::now();

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/foundation/ns_log.h"
+
 namespace {
 
 /// Room for the toolbar's buttons at a finger's size.
@@ -116,6 +118,21 @@ void DesktopWindow::setIdleTimerDisabled(bool disabled) {
     } else {
         SDL_EnableScreenSaver();
     }
+}
+
+std::string DesktopWindow::clipboardText() {
+    const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), &SDL_free);
+    return text ? std::string(text.get()) : std::string();
+}
+
+void DesktopWindow::setClipboardText(const std::string& text) {
+    if (SDL_SetClipboardText(text.c_str()) != 0) NSLog("cannot copy: %s", SDL_GetError());
+}
+
+void DesktopWindow::bringToFront() {
+    if (!_window) return;
+    if ((SDL_GetWindowFlags(_window.get()) & SDL_WINDOW_MINIMIZED) != 0) SDL_RestoreWindow(_window.get());
+    SDL_RaiseWindow(_window.get());
 }
 
 void DesktopWindow::updateSize() {

@@ -42,12 +42,16 @@ class DesktopWindow : public GLSurface, public WindowControl {
     bool isFullscreen() const override;
     void setFullscreen(bool fullscreen) override;
     void setIdleTimerDisabled(bool disabled) override;
+    std::string clipboardText() override;
+    void setClipboardText(const std::string& text) override;
     void requestQuit() override { _quitRequested = true; }
 
     bool hasContext() const { return _context != nullptr; }
     bool quitRequested() const { return _quitRequested; }
     /// Frames shown so far.
     int64_t presentedFrames() const { return _presented; }
+    /// In front of the others, no longer minimised.
+    void bringToFront();
     /// Asks SDL how large the window is now; for when it says that this changed.
     void updateSize();
     WindowGeometry geometry() const;

@@ -233,6 +233,8 @@ void SdlEventTranslator::translate(const SDL_Event& event, const WindowGeometry&
         meaning = translateFinger(event, geometry, time);
     } else if (event.type == SDL_MULTIGESTURE) {
         meaning = translateGesture(event.mgesture, geometry, time);
+    } else if (event.type == SDL_DROPTEXT) {
+        if (event.drop.file != nullptr) meaning = HostOpenLink{event.drop.file};
     } else {
         meaning = translateLife(event.type);
     }

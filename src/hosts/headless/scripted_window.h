@@ -2,6 +2,8 @@
 // So tests see what the app asked for.
 #pragma once
 
+#include <string>
+
 #include "platform/host/window_control.h"
 
 class ScriptedWindow : public WindowControl {
@@ -9,6 +11,8 @@ class ScriptedWindow : public WindowControl {
     bool isFullscreen() const override { return _fullscreen; }
     void setFullscreen(bool fullscreen) override { _fullscreen = fullscreen; }
     void setIdleTimerDisabled(bool disabled) override { _idleTimerDisabled = disabled; }
+    std::string clipboardText() override { return _clipboard; }
+    void setClipboardText(const std::string& text) override { _clipboard = text; }
     void requestQuit() override { _quitRequested = true; }
 
     bool isIdleTimerDisabled() const { return _idleTimerDisabled; }
@@ -17,5 +21,6 @@ class ScriptedWindow : public WindowControl {
   private:
     bool _fullscreen = false;
     bool _idleTimerDisabled = false;
+    std::string _clipboard;
     bool _quitRequested = false;
 };

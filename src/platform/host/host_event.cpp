@@ -32,6 +32,12 @@ const char* name(HostKey key) {
     return names[static_cast<std::size_t>(key)];
 }
 
+const char* name(UIDeviceOrientation orientation) {
+    static constexpr const char* names[] = {"unknown", "portrait", "portraitUpsideDown", "landscapeLeft",
+                                            "landscapeRight"};
+    return names[static_cast<std::size_t>(orientation)];
+}
+
 const char* name(HostLifecycle change) {
     switch (change) {
         case HostLifecycle::didBecomeActive:
@@ -72,6 +78,10 @@ struct Describer {
     std::string operator()(const HostVisibility& visibility) const {
         return visibility.visible ? "visible" : "hidden";
     }
+    std::string operator()(const HostOrientation& held) const {
+        return std::string("orientation ") + name(held.orientation);
+    }
+    std::string operator()(const HostOpenLink& link) const { return "link " + link.text; }
     std::string operator()(HostLifecycle change) const { return std::string("lifecycle ") + name(change); }
     std::string operator()(HostContextLost) const { return "context lost"; }
     std::string operator()(HostClose) const { return "close"; }

@@ -73,6 +73,18 @@ struct HostVisibility {
     bool visible = true;
 };
 
+/// How the device is held: landscapeLeft has the upper edge of a device held upright on the left.
+enum class UIDeviceOrientation { unknown, portrait, portraitUpsideDown, landscapeLeft, landscapeRight };
+
+struct HostOrientation {
+    UIDeviceOrientation orientation = UIDeviceOrientation::unknown;
+};
+
+/// A link that somebody handed to the app: at its start, from another program, dropped or pasted. Any text.
+struct HostOpenLink {
+    std::string text;
+};
+
 enum class HostLifecycle { didBecomeActive, willResignActive, memoryWarning, willTerminate };
 
 /// The GL context died with all its objects; the surface can make a new one.
@@ -81,7 +93,7 @@ struct HostContextLost {};
 struct HostClose {};
 
 using HostEvent = std::variant<HostTouch, HostKeyPress, HostWheel, HostMagnify, HostResize, HostVisibility,
-                               HostLifecycle, HostContextLost, HostClose>;
+                               HostOrientation, HostOpenLink, HostLifecycle, HostContextLost, HostClose>;
 
 /// One line for logs and failing tests: "touch began 3 {12, 40} 0.25".
 std::string describe(const HostEvent& event);

@@ -11,6 +11,9 @@ class WindowControl {
     virtual void setFullscreen(bool fullscreen) = 0;
     /// While disabled the machine neither dims nor locks the screen.
     virtual void setIdleTimerDisabled(bool disabled) = 0;
+    /// What was copied last, here or elsewhere; empty where there is no text, or the host may not look.
+    virtual std::string clipboardText() = 0;
+    virtual void setClipboardText(const std::string& text) = 0;
     /// Ends the app after the current frame.
     virtual void requestQuit() = 0;
 };

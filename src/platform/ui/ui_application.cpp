@@ -10,6 +10,7 @@
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/foundation/ns_notification_center.h"
+#include "platform/ui/ui_device.h"
 #include "platform/ui/ui_screen.h"
 #include "platform/ui/ui_view_controller.h"
 #include "platform/ui/view_animator.h"
@@ -139,6 +140,12 @@ struct UIApplication::EventHandler {
     }
     void operator()(const HostResize& event) const { app.resize(event); }
     void operator()(const HostVisibility& event) const { app.setVisible(event.visible); }
+    void operator()(const HostOrientation& held) const {
+        UIDevice::currentDevice().setOrientation(held.orientation);
+    }
+    void operator()(const HostOpenLink& link) const {
+        if (app._launched && !app._terminated) app._delegate->applicationOpenLink(link.text);
+    }
     void operator()(const HostLifecycle& event) const {
         switch (event) {
             case HostLifecycle::didBecomeActive:

@@ -5,9 +5,12 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/ns_url.h"
+#include "platform/foundation/ns_user_activity.h"
 #include "platform/host/host_event.h"
 #include "platform/host/window_control.h"
 #include "platform/ui/frame_interval.h"
@@ -18,6 +21,13 @@ class UIApplicationDelegate {
   public:
     virtual ~UIApplicationDelegate() = default;
     virtual bool applicationDidFinishLaunching() = 0;
+    /// A link as the user handed it over, which may be any text. What it is decides which of the two below
+    /// gets it.
+    virtual void applicationOpenLink(const std::string& /*text*/) {}
+    /// A URL of the app's own scheme. NO if nothing handles it.
+    virtual bool applicationOpenURL(const NSURL& /*url*/) { return false; }
+    /// A web page of the app's own host, among others. NO if nothing handles it.
+    virtual bool applicationContinueUserActivity(const NSUserActivity& /*activity*/) { return false; }
     virtual void applicationWillResignActive() {}
     virtual void applicationDidEnterBackground() {}
     virtual void applicationWillEnterForeground() {}

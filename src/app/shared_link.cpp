@@ -1,0 +1,76 @@
+// Web host and scheme are the build's configuration.
+// Schemes and hosts are compared without regard to case, as every program does that opens them.
+#include "app/shared_link.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+constexpr std::string_view webHost = ZENTARO_WEB_HOST;
+constexpr std::string_view ownScheme = ZENTARO_URL_SCHEME;
+constexpr std::size_t longestQuote = 80;
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, lower, lower);
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view space(" \t\n\v\f\r\0", 7);
+    text.remove_prefix(std::min(text.find_first_not_of(space), text.size()));
+    text.remove_suffix(text.size() - (text.find_last_not_of(space) + 1));
+    if (text.size() >= 2 && text.front() == '<' && text.back() == '>') return text.substr(1, text.size() - 2);
+    return text;
+}
+
+/// On one line and no longer than anybody reads.
+std::string quotedShort(std::string_view text) {
+    std::string quote(text.substr(0, longestQuote));
+    std::ranges::replace_if(
+        quote, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }, '?');
+    return "'" + quote + (text.size() > longestQuote ? "...'" : "'");
+}
+
+/// With its port where it names one.
+std::string hostOf(const NSURL& url) {
+    const NSURLComponents& components = url.components();
+    std::string host(components.percentEncodedHost().value_or(""));
+    if (const auto port = components.port()) host += ":" + std::to_string(*port);
+    return host;
+}
+
+/// As browsers show links.
+bool beginsWithOurHost(std::string_view text) {
+    return text.size() > webHost.size() && text[webHost.size()] == '/' &&
+           equalIgnoringCase(text.substr(0, webHost.size()), webHost);
+}
+
+}  // namespace
+
+bool isWebLink(const NSURL& url) {
+    const std::string_view scheme = url.scheme().value_or("");
+    return equalIgnoringCase(scheme, "http") || equalIgnoringCase(scheme, "https");
+}
+
+std::variant<NSURL, LinkMistake> readSharedLink(std::string_view text) {
+    text = trimmed(text);
+    std::string whole(beginsWithOurHost(text) ? "http://" : "");
+    whole += text;
+    const std::optional<NSURL> url = NSURL::URLWithString(std::move(whole));
+    const std::string example = "such as http://" ZENTARO_WEB_HOST "/mandelbrot/-2/-1.5/1/1.5";
+    // A single word is a mistyped option sooner than a path.
+    if (!url || text.find('/') == std::string_view::npos)
+        return LinkMistake{quotedShort(text) + " is no link; give one " + example};
+    const bool names = url->scheme() || url->components().percentEncodedHost();
+    if (!names || equalIgnoringCase(url->scheme().value_or(""), ownScheme)) return *url;
+    if (url->scheme() && !isWebLink(*url)) {
+        return LinkMistake{quotedShort(text) + " is a link for another program; give one " + example};
+    }
+    const std::string_view host = url->components().percentEncodedHost().value_or("");
+    if (equalIgnoringCase(host, webHost) || equalIgnoringCase(hostOf(*url), webHost)) return *url;
+    return LinkMistake{quotedShort(text) + " is a link for another site; give one " + example};
+}
