@@ -3,7 +3,7 @@
 # shellcheck shell=bash
 
 sources() {
-    (cd "$root" && find src tests bench -type f \( -name '*.cpp' -o -name '*.h' \) "$@" | sort)
+    (cd "$root" && find src tests bench fuzz -type f \( -name '*.cpp' -o -name '*.h' \) "$@" | sort)
 }
 
 check_format() { (cd "$root" && sources | xargs -d '\n' clang-format --dry-run --Werror) >&2; }
@@ -35,10 +35,11 @@ stale_for_tidy() {
     done
 }
 
-# The commands are those of a tree that is never built: clang cannot read gcc's precompiled headers.
+# The commands are those of a tree that is never built: clang cannot read gcc's precompiled headers, and gcc makes no
+# fuzz targets.
 check_tidy() {
     mkdir -p "$root/build/tidy/stamps"
-    (cd "$root" && cmake --preset release -B build/tidy -DZENTARO_BUILD_TESTS=ON \
+    (cd "$root" && cmake --preset release -B build/tidy -DZENTARO_BUILD_TESTS=ON -DZENTARO_BUILD_FUZZERS=ON \
         -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON) >"$root/build/tidy/configure.log" 2>&1 || return 1
     (cd "$root" && stale_for_tidy | xargs -r -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_one "$1"' tidy)
 }

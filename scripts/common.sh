@@ -9,9 +9,11 @@ RUN_PACKAGES=(
     libsdl2-dev libegl-dev libgles-dev libcairo2-dev libpango1.0-dev libpng-dev libjpeg62-turbo-dev
     libegl-mesa0 libgl1-mesa-dri fonts-dejavu-core
 )
-# What the tests take on top: their library, a virtual display with a hand on it, checkers of the sources.
+# What the tests take on top: their library, a virtual display with a hand on it, checkers of the sources, the
+# compiler of the fuzz targets with the libraries of its sanitizers.
 TEST_PACKAGES=(
     libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils imagemagick clang-format clang-tidy shellcheck
+    clang libclang-rt-dev
 )
 
 say() { printf 'zentaro: %s\n' "$*" >&2; }
