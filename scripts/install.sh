@@ -1,0 +1,65 @@
+# Registers zentaro with the user's desktop, and takes it away again: the command, the entry in the menu with its
+# icon, and the app's own scheme, so that links of it open there.
+# shellcheck shell=bash
+
+INSTALL_PACKAGES=(desktop-file-utils xdg-utils)
+
+data_home() { printf '%s' "${XDG_DATA_HOME:-$HOME/.local/share}"; }
+
+# configured NAME: a value of the optimised build's configuration.
+configured() { sed -n "s/^$1:STRING=//p" "$root/build/release/CMakeCache.txt"; }
+
+# installed_files: everything that an installation consists of, a path a line; folders of its own last.
+installed_files() {
+    local data identifier
+    data=$(data_home)
+    identifier=$(configured ZENTARO_BUNDLE_IDENTIFIER)
+    printf '%s\n' "$HOME/.local/bin/zentaro" "$data/applications/$identifier.desktop" \
+        "$data/icons/hicolor/scalable/apps/$identifier.svg" "$data/zentaro"
+}
+
+# The desktops' caches of who opens what. Entries are found without them by those that keep none.
+refresh_desktop() { update-desktop-database -q "$(data_home)/applications" 2>/dev/null || true; }
+
+install_for_user() {
+    local command entry icon home scheme
+    { read -r command && read -r entry && read -r icon && read -r home; } < <(installed_files)
+    scheme=$(configured ZENTARO_URL_SCHEME)
+    rm -rf "$home"
+    mkdir -p "$home"
+    cp "$root/build/release/zentaro" "$home/zentaro"
+    cp -RL "$root/resources" "$home/resources"
+    mkdir -p "${command%/*}"
+    ln -sf "$home/zentaro" "$command"
+    install -Dm644 "$root/packaging/icon.svg" "$icon"
+    mkdir -p "${entry%/*}"
+    # A command in quotes: backslashes, quotes, dollars and backquotes are escaped in it, and then all backslashes
+    # once more, as in every value.
+    local escaped=$home/zentaro
+    escaped=$(sed -e 's/[\\"$`]/\\&/g' -e 's/\\/\\\\/g' -e 's/%/%%/g' <<<"$escaped")
+    awk -v command="\"${escaped//\\/\\\\}\"" -v identifier="$(configured ZENTARO_BUNDLE_IDENTIFIER)" \
+        -v scheme="$scheme" '
+        function replaced(line, name, value,    at) {
+            at = index(line, name)
+            return at ? substr(line, 1, at - 1) value substr(line, at + length(name)) : line
+        }
+        { print replaced(replaced(replaced($0, "@command@", command), "@identifier@", identifier), "@scheme@", scheme) }
+    ' "$root/packaging/zentaro.desktop.in" >"$entry"
+    refresh_desktop
+    xdg-mime default "${entry##*/}" "x-scheme-handler/$scheme"
+    say "installed $command; $scheme: links open it"
+    [[ :$PATH: == *:${command%/*}:* ]] || say "${command%/*} is not on your PATH"
+}
+
+uninstall_for_user() {
+    local file list scheme
+    scheme=$(configured ZENTARO_URL_SCHEME)
+    while IFS= read -r file; do
+        rm -rf "$file"
+    done < <(installed_files)
+    refresh_desktop
+    for list in "${XDG_CONFIG_HOME:-$HOME/.config}/mimeapps.list" "$(data_home)/applications/mimeapps.list"; do
+        [[ ! -e $list ]] || sed -i "\#^x-scheme-handler/$scheme=$(configured ZENTARO_BUNDLE_IDENTIFIER)\.desktop;\?\$#d" "$list"
+    done
+    say "uninstalled; your settings stay"
+}
