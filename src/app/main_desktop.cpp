@@ -33,8 +33,8 @@ std::shared_ptr<PreferencesStore> settingsOf(const CommandLineOptions& options) 
 
 DesktopResult runInWindow(const CommandLineOptions& options, std::chrono::steady_clock::time_point begun) {
     const NativeServices services(settingsOf(options));
-    return runDesktop({options.size, options.scale, options.fullscreen, options.link,
-                       linkSocketFolder().value_or(""), options.verbose, begun},
+    return runDesktop({options.size, options.scale, options.fullscreen, ZENTARO_BUNDLE_IDENTIFIER,
+                       options.link, linkSocketFolder().value_or(""), options.verbose, begun},
                       [] { return std::make_shared<iOSAppDelegate>(); });
 }
 

@@ -27,8 +27,10 @@ using MakeDelegate = std::function<std::shared_ptr<UIApplicationDelegate>()>;
 /// SDL's video for as long as it lives.
 class SdlVideo {
   public:
-    SdlVideo() {
+    explicit SdlVideo(const std::string& identifier) {
         SDL_SetHint(SDL_HINT_APP_NAME, "Zentaro");
+        setenv("SDL_VIDEO_X11_WMCLASS", identifier.c_str(), 0);
+        setenv("SDL_VIDEO_WAYLAND_WMCLASS", identifier.c_str(), 0);
         SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
         SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
         // Desktops that compose windows go on composing the others.
@@ -76,7 +78,7 @@ class DesktopLoop {
           _begun(options.begun),
           _pacer(1 / window.refreshRate()),
           _links(options.linkFolder) {
-        NSRunLoop::currentRunLoop().setRefreshInterval(1 / window.refreshRate());
+        takePaceOfDisplay();
     }
 
     void run() {
@@ -108,8 +110,17 @@ class DesktopLoop {
         }
     }
 
+    void takePaceOfDisplay() {
+        const double rate = _window.refreshRate();
+        _pacer = FramePacer(1 / rate);
+        NSRunLoop::currentRunLoop().setRefreshInterval(NSRunLoop::refreshIntervalOf(rate));
+    }
+
     void take(const SDL_Event& event) {
-        if (event.type == SDL_WINDOWEVENT) _window.updateSize();
+        if (event.type == SDL_WINDOWEVENT) {
+            _window.updateSize();
+            if (event.window.event == SDL_WINDOWEVENT_DISPLAY_CHANGED) takePaceOfDisplay();
+        }
         _events.clear();
         _translator.translate(event, _window.geometry(), _clock.ofTicks(event.common.timestamp), _events);
         for (const HostEvent& one : _events)
@@ -171,7 +182,7 @@ DesktopResult runInWindow(DesktopWindow& window, const DesktopOptions& options,
 }  // namespace
 
 DesktopResult runDesktop(const DesktopOptions& options, const MakeDelegate& makeDelegate) {
-    const SdlVideo video;
+    const SdlVideo video(options.identifier);
     if (!video.works()) return {DesktopEnd::noDisplay, "no display: neither X11 nor Wayland answers"};
     surviveX11Errors();
     DesktopWindow window({options.size, options.scale, options.fullscreen});

@@ -15,6 +15,8 @@ struct DesktopOptions {
     CGSize size{1280, 720};       ///< points
     std::optional<double> scale;  ///< pixels per point; absent: the display's own
     bool fullscreen = false;
+    /// By which desktops know whose window it is.
+    std::string identifier = {};
     /// Opened at the start; empty for none.
     std::string link = {};
     /// Where other processes hand over their links; empty: nowhere.
