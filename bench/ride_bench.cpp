@@ -39,6 +39,7 @@ void fly(const Look& look, uint64_t seed, FlightStatistics& statistics) {
     const auto window = host.application().delegate()->window();
     const auto screen = std::dynamic_pointer_cast<GameViewController>(window->rootViewController());
     screen->hideMenu(false);
+    statistics.startAnew();
     int64_t left = kFlights / static_cast<int64_t>(kSeeds);
     screen->setFlightObserver([&](const auto& flight) {
         statistics.add(flight);

@@ -130,7 +130,7 @@ void measureStep(GameViewController& screen, Cost& cost) {
     screen.setFlightObserver({});
 }
 
-void measure(const char* name, int32_t type, int32_t palette) {
+bool measure(const char* name, int32_t type, int32_t palette) {
     RandomSource::shared().seed(1);
     HeadlessHost host({{kWidth, kHeight}, 1, nullptr, ZENTARO_RESOURCES_DIR, false},
                       [] { return std::make_shared<iOSAppDelegate>(); });
@@ -151,20 +151,22 @@ void measure(const char* name, int32_t type, int32_t palette) {
     for (auto cost = costs.begin() + 1; cost != costs.end(); ++cost)
         allocated = std::max(allocated, cost->allocated);
     const double step = median(costs, &Cost::step);
+    const bool good = step <= kBudget && allocated == 0;
     std::printf(
         "%-21s draw %6.2f ms | read back %5.2f, grey %5.2f, 50,000 probes %5.2f ms | the pilot's step "
         "beside drawing %5.2f ms (budget %.1f), %lld allocations%s\n",
         name, median(costs, &Cost::draw), median(costs, &Cost::read), median(costs, &Cost::grey),
         median(costs, &Cost::probes), step, kBudget, static_cast<long long>(allocated),
-        step > kBudget || allocated > 0 ? "  TOO MUCH" : "");
+        good ? "" : "  TOO MUCH");
+    return good;
 }
 
 }  // namespace
 
 int main() {
     NSLogSetSink([](std::string_view) {});
-    measure("mandelbrot, palette 0", 1, 0);
-    measure("mandelbrot, palette 3", 1, 3);
-    measure("julia, palette 0", 2, 0);
-    return 0;
+    bool good = measure("mandelbrot, palette 0", 1, 0);
+    good = measure("mandelbrot, palette 3", 1, 3) && good;
+    good = measure("julia, palette 0", 2, 0) && good;
+    return good ? EXIT_SUCCESS : EXIT_FAILURE;
 }

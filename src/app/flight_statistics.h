@@ -11,6 +11,8 @@
 class FlightStatistics {
   public:
     void add(const GameViewController::Flight& flight);
+    /// The flights that follow are another app's: the trip so far ends without having returned.
+    void startAnew() { _deepestOfTrip = 0; }
 
     int64_t flights() const { return _flights; }
     int64_t bouncesWithoutTargets() const { return _withoutTargets; }

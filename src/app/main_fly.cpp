@@ -78,7 +78,7 @@ class Ride {
   public:
     Ride(HeadlessHost& host, std::shared_ptr<GameViewController> screen, const CommandLineOptions& options)
         : _host(host), _screen(std::move(screen)), _options(*options.flight), _verbose(options.verbose) {
-        NSRunLoop::currentRunLoop().setRefreshInterval(frameSeconds());
+        NSRunLoop::currentRunLoop().setRefreshInterval(NSRunLoop::refreshIntervalOf(_options.fps));
         _screen->setFlightObserver([this](const auto& flight) { print(flight); });
         _screen->hideMenu(false);
     }
@@ -100,8 +100,9 @@ class Ride {
             if (auto mistake = folder.write(*_host.screenPicture()); !mistake.empty()) return mistake;
         }
         const double took = std::chrono::duration<double, std::milli>(Clock::now() - begun).count();
-        std::printf("%s%lld frames, %.3f ms each\n", _statistics.summary().c_str(),
-                    static_cast<long long>(frames), took / static_cast<double>(frames));
+        std::printf("%s%lld frames%s, %.3f ms each\n", _statistics.summary().c_str(),
+                    static_cast<long long>(frames), folder.isOpen() ? "" : " without drawing",
+                    took / static_cast<double>(frames));
         if (_verbose) printUsage();
         return {};
     }

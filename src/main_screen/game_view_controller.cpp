@@ -69,7 +69,7 @@ void GameViewController::makeSamplingBitmap() {
     const auto size = static_cast<std::size_t>(texture_width) * static_cast<std::size_t>(texture_height);
     _textureBuffer = std::make_unique_for_overwrite<uint8_t[]>(size);
     _textureProviderRef = CGDataProviderCreateWithData(_textureBuffer.get(), size);
-    NSCAssert(texture_depth == 1);
+    NSCAssert(texture_depth == 1, "GameViewController");
     _textureColorSpaceRef = CGColorSpace::deviceGray;
     _textureImageRef =
         CGImageCreate(texture_width, texture_height, 8, 8 * texture_depth, texture_width * texture_depth,
@@ -93,7 +93,9 @@ void GameViewController::viewDidLayoutSubviews() {
     if (texture_width != formerWidth || texture_height != formerHeight) refitToScreen();
 }
 
+/// Flights and glides to views of the former shape end here.
 void GameViewController::refitToScreen() {
+    takeFromPilot();
     makeSamplingBitmap();
     textureImageView->setFrame(view()->frame());
     const CGRect before = _shader->fractalBounds();

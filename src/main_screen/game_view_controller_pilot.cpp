@@ -2,6 +2,7 @@
 // is left to see. In snapshot mode the pilot's button steps through fixed places instead.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 
@@ -39,6 +40,11 @@ void stopAndClear(std::shared_ptr<GSTween>& field) {
     if (const auto running = std::exchange(field, nullptr)) running->stop();
 }
 
+bool isFinite(CGRect r) {
+    return std::isfinite(r.origin.x) && std::isfinite(r.origin.y) && std::isfinite(r.size.width) &&
+           std::isfinite(r.size.height);
+}
+
 }  // namespace
 
 void GameViewController::update() {
@@ -74,6 +80,8 @@ GameViewController::Flight GameViewController::flightHome(Bounce why) const {
 void GameViewController::tweenTo(FractalBounds destination) {
     stopTweens();
     NSLog("%s", coordinatesForDeeplink(destination).c_str());
+    // Nothing leads back from infinity, where long zooming ends.
+    if (!isFinite(_shader->fractalBounds())) _shader->setFractalBounds(destination);
     tween = GSTween::tweenWithTarget(_shader, flightSeconds, Sine::easeOut(),
                                      {{"fractalBounds", NSStringFromCGRect(destination)},
                                       {"onComplete", GSTweenBlock([this, life = weak_from_this()] {

@@ -24,7 +24,7 @@ JLRRouteValue valueOrNull(const std::optional<Value>& value) {
 JLRRouteDefinition::JLRRouteDefinition(std::string pattern, uint64_t priority,
                                        JLRRouteHandlerBlock handlerBlock)
     : _pattern(std::move(pattern)), _priority(priority), _handlerBlock(std::move(handlerBlock)) {
-    NSCAssert(!_pattern.empty());
+    NSCAssert(!_pattern.empty(), "JLRRouteDefinition");
     std::string_view path = _pattern;
     if (path.starts_with('/')) path.remove_prefix(1);
     _patternPathComponents = JLRoutes_pathComponents(path);

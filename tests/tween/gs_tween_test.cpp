@@ -225,13 +225,13 @@ TEST_F(GSTweenTest, ProgressHasSinglePrecision) {
 }
 
 TEST_F(GSTweenTest, HalfASecondOfDelayIsThirtyRefreshesAtSixtyHertz) {
-    NSRunLoop::currentRunLoop().setRefreshInterval(1.0 / 60);
+    NSRunLoop::currentRunLoop().setRefreshInterval(NSRunLoop::refreshIntervalOf(60));
     int untilStart = 0;
     bool started = false;
     tween(1, {{"delay", 0.5}, {"onStart", [&] { started = true; }}});
     for (; !started && untilStart < 100; ++untilStart)
         frames(1);
-    EXPECT_NEAR(untilStart - 1, 30, 1);  // the clock's rounding may cost one
+    EXPECT_EQ(untilStart - 1, 30);
 }
 
 class Unlinked : public GSTween {

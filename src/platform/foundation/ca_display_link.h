@@ -48,7 +48,12 @@ class CADisplayLink : public std::enable_shared_from_this<CADisplayLink> {
 /// The main thread's run loop, as far as display links need one.
 class NSRunLoop {
   public:
-    static constexpr double defaultRefreshInterval = 1.0 / 60;
+    /// Of so many refreshes per second, as displays tell it: in single precision. A little more than the
+    /// sixtieth of a second, so that clocks that add it up reach half a second in thirty steps.
+    static constexpr double refreshIntervalOf(double rate) {
+        return static_cast<double>(1.0F / static_cast<float>(rate));
+    }
+    static constexpr double defaultRefreshInterval = static_cast<double>(1.0F / 60.0F);
 
     static NSRunLoop& currentRunLoop();
 
