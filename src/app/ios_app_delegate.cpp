@@ -7,10 +7,10 @@
 #include <utility>
 #include <variant>
 
+#include "app/linked_view.h"
 #include "app/shared_link.h"
 #include "main_screen/game_view_controller.h"
 #include "platform/foundation/ns_log.h"
-#include "platform/foundation/ns_string.h"
 #include "platform/gl/glk_view.h"
 #include "platform/ui/ui_device.h"
 #include "platform/ui/ui_screen.h"
@@ -19,9 +19,6 @@
 #include "screens/swallow_touches_view.h"
 
 namespace {
-
-const std::string viewRoute = "/:type/:x1/:y1/:x2/:y2";
-constexpr float largestSide = 10;  // plane units
 
 /// The global registry outlives every delegate.
 JLRRouteHandlerBlock handlerHolding(std::weak_ptr<iOSAppDelegate> delegate,
@@ -35,7 +32,7 @@ JLRRouteHandlerBlock handlerHolding(std::weak_ptr<iOSAppDelegate> delegate,
 }  // namespace
 
 iOSAppDelegate::~iOSAppDelegate() {
-    JLRoutes::Class::removeRoute(viewRoute);
+    JLRoutes::Class::removeRoute(linkedViewRoute);
     UIDevice::currentDevice().endGeneratingDeviceOrientationNotifications();
 }
 
@@ -45,7 +42,7 @@ bool iOSAppDelegate::applicationDidFinishLaunching() {
         application->setIdleTimerDisabled(true);
     _launchRect = CGRectNull;
     UIDevice::currentDevice().beginGeneratingDeviceOrientationNotifications();
-    JLRoutes::Class::addRoute(viewRoute, handlerHolding(weak_from_this(), &iOSAppDelegate::openView));
+    JLRoutes::Class::addRoute(linkedViewRoute, handlerHolding(weak_from_this(), &iOSAppDelegate::openView));
     return true;
 }
 
@@ -89,23 +86,11 @@ bool iOSAppDelegate::loadDeeplink(const std::optional<NSURL>& url) {
     return JLRoutes::Class::routeURL(url);
 }
 
-/// YES whatever it does: a link of a known form is consumed, and no other route tries it. Single precision
-/// throughout.
+/// YES whatever it does: a link of a known form is consumed, and no other route tries it.
 bool iOSAppDelegate::openView(const JLRRouteParameters& parameters) {
-    const auto number = [&](const char* name) {
-        return NSString_floatValue(stringForKey(parameters, name).value_or(""));
-    };
-    const float x1 = number("x1");
-    const float x2 = number("x2");
-    const float y1 = number("y1");
-    const float y2 = number("y2");
-    const std::string type = stringForKey(parameters, "type").value_or("");
-    if (type != "mandelbrot" && type != "julia") return true;
-    const float w = x2 - x1;
-    const float h = y2 - y1;
-    if (!(w > 0 && h < largestSide && w < largestSide && h > 0)) return true;
-    _launchRect = CGRectMake(static_cast<double>(x1), static_cast<double>(y1), static_cast<double>(w),
-                             static_cast<double>(h));
+    const auto view = linkedView(parameters);
+    if (!view) return true;
+    _launchRect = view->bounds;
     NSLog("Setting launch rect: %s", NSStringFromCGRect(_launchRect).c_str());
     const std::shared_ptr<UIViewController> root = _window ? _window->rootViewController() : nullptr;
     const UIViewController* shown = root.get();
@@ -115,7 +100,7 @@ bool iOSAppDelegate::openView(const JLRRouteParameters& parameters) {
     }
     auto& screen = static_cast<GameViewController&>(*root);
     if (screen.isViewLoaded()) screen.resetScreen(this);
-    screen.setFractalType(type == "julia" ? FractalType::julia : FractalType::mandelbrot);
+    screen.setFractalType(view->fractalType);
     if (screen.presentedViewController()) screen.dismissViewController(false);
     return true;
 }

@@ -48,6 +48,13 @@ TEST(CommandLine, WindowOptions) {
     EXPECT_EQ(options.defaultsFile, "a.json");
 }
 
+TEST(CommandLine, Links) {
+    const CommandLineOptions options = understood("--new zentaro://julia/0/0/1/1 --verbose");
+    EXPECT_EQ(options.link, "zentaro://julia/0/0/1/1");
+    EXPECT_TRUE(options.startsAnother && options.verbose && !options.plainStart);
+    EXPECT_EQ(understood("--snapshot a.png /julia/0/0/1/1 --palette 2").link, "/julia/0/0/1/1");
+}
+
 TEST(CommandLine, SnapshotOptions) {
     const CommandLineOptions options = understood(
         "--seed 18446744073709551615 --snapshot=a.PNG --screen --type julia --palette 10 --view "
@@ -99,7 +106,7 @@ TEST(CommandLine, HelpAndVersionAnswerAtOnce) {
         const std::string& text = std::get<CommandLineAnswer>(help).text;
         for (const char* option :
              {"--size", "--scale", "--fullscreen", "--defaults", "--verbose", "--snapshot", "--screen",
-              "--type", "--palette", "--view", "--seed", "--version", "--help"}) {
+              "--type", "--palette", "--view", "--seed", "--new", "LINK", "--version", "--help"}) {
             EXPECT_THAT(text, testing::HasSubstr(option));
         }
     }
@@ -131,9 +138,13 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Mistake{"--colour", "unknown option '--colour'", "--help"},
         Mistake{"-v", "unknown option '-v'", "--help"}, Mistake{"--", "unknown option '--'", "--help"},
-        Mistake{"picture.png", "unexpected argument 'picture.png'", "--help"},
-        Mistake{"--snapshot a.png b.png", "unexpected argument 'b.png'", "--help"},
-        Mistake{"''", "unexpected argument ''", "--help"},
+        Mistake{"--snapshot a.png b.png", "'b.png' is no link", "http://zentaro.example/"},
+        Mistake{"''", "'' is no link", "http://zentaro.example/"},
+        Mistake{"http://other.example/julia/0/0/1/1", "another site", "http://zentaro.example/"},
+        Mistake{"/julia/0/0/1/1 /julia/0/0/1/1", "a second link", "give one"},
+        Mistake{"/julia/0/0/1/1 --snapshot a.png --view 0,0,1,1", "--view and the link", "one of them"},
+        Mistake{"/julia/0/0/1/1 --fly 1 --type julia", "--type and the link", "one of them"},
+        Mistake{"/julia/0/0/1/1 --new --snapshot a.png", "--new opens a window", "one of them"},
         Mistake{"--verbose=yes", "takes no value", "leave out 'yes'"},
         Mistake{"--size", "--size needs a value", "--size 1280x720"},
         Mistake{"--size --verbose", "--size needs a value", "--size 1280x720"},
