@@ -2,26 +2,16 @@
 // So that its layout is tested as it ships.
 #pragma once
 
-#include <fstream>
-#include <iterator>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "hosts/native/resource_reader.h"
 #include "platform/foundation/ns_bundle.h"
 #include "platform/ui/ui_storyboard.h"
 #include "platform/ui/ui_toolbar.h"
 #include "platform/ui/ui_window.h"
 #include "screens/swallow_touches_view.h"
-
-inline void readResourcesFrom(const std::string& folder) {
-    NSBundle::mainBundle().setReader([folder](const std::string& file) -> std::optional<std::string> {
-        std::ifstream in(folder + "/" + file, std::ios::binary);
-        if (!in) return std::nullopt;
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    });
-}
 
 /// Takes every outlet and notes every action.
 class OutletKeeper : public UIViewController {
@@ -45,7 +35,7 @@ class OutletKeeper : public UIViewController {
 /// The main screen laid out for a size, in a window.
 struct MainStoryboard {
     explicit MainStoryboard(CGSize size) {
-        readResourcesFrom(ZENTARO_RESOURCES_DIR);
+        NSBundle::mainBundle().setReader(makeFileResourceReader(ZENTARO_RESOURCES_DIR));
         UIStoryboard storyboard("Main");
         storyboard.registerController("GameViewController", [] { return std::make_shared<OutletKeeper>(); });
         storyboard.registerView("GLKView", [] { return std::make_shared<UIView>(); });

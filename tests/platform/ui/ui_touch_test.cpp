@@ -23,19 +23,10 @@ void tell(Story& story, const char* what, const UITouches& touches, const UIEven
     story.push_back(line.str());
 }
 
-class TouchedView : public UIView {
+template <typename Base>
+class Spy : public Base {
   public:
-    using UIView::UIView;
-    void touchesBegan(const UITouches& t, const UIEvent& e) override { tell(story, "began", t, e); }
-    void touchesMoved(const UITouches& t, const UIEvent& e) override { tell(story, "moved", t, e); }
-    void touchesEnded(const UITouches& t, const UIEvent& e) override { tell(story, "ended", t, e); }
-    void touchesCancelled(const UITouches& t, const UIEvent& e) override { tell(story, "cancelled", t, e); }
-    Story story;
-};
-
-class SpyRecognizer : public UIGestureRecognizer {
-  public:
-    SpyRecognizer() : UIGestureRecognizer({}) {}
+    using Base::Base;
     void touchesBegan(const UITouches& t, const UIEvent& e) override { tell(story, "began", t, e); }
     void touchesMoved(const UITouches& t, const UIEvent& e) override { tell(story, "moved", t, e); }
     void touchesEnded(const UITouches& t, const UIEvent& e) override { tell(story, "ended", t, e); }
@@ -77,16 +68,18 @@ class UITouchTest : public testing::Test {
 
     LogCapture log;
     std::shared_ptr<UIWindow> window = std::make_shared<UIWindow>(CGRectMake(0, 0, 844, 390));
-    std::shared_ptr<TouchedView> fractal = std::make_shared<TouchedView>(CGRectMake(0, 0, 844, 390));
+    std::shared_ptr<Spy<UIView>> fractal = std::make_shared<Spy<UIView>>(CGRectMake(0, 0, 844, 390));
     std::shared_ptr<SwallowTouchesView> bar =
         std::make_shared<SwallowTouchesView>(CGRectMake(0, 334, 844, 56));
     std::shared_ptr<UIBarButtonItem> item = std::make_shared<UIBarButtonItem>();
-    std::shared_ptr<SpyRecognizer> spy = std::make_shared<SpyRecognizer>();
+    std::shared_ptr<Spy<UIGestureRecognizer>> spy =
+        std::make_shared<Spy<UIGestureRecognizer>>(UIGestureRecognizer::Action{});
     int taps = 0;
     int presses = 0;
 };
 
-TEST_F(UITouchTest, FractalAndItsRecognisersSeeTheirTouches) {
+TEST_F(UITouchTest, FractalAndItsRecognisersSeeTheirTouchesThroughPlainViews) {
+    fractal->addSubview(std::make_shared<UIView>(CGRectMake(90, 90, 20, 20)));
     began(onFractal);
     moved({101, 100}, 0.1);
     ended({101, 100}, 0.2);
@@ -95,22 +88,22 @@ TEST_F(UITouchTest, FractalAndItsRecognisersSeeTheirTouches) {
     EXPECT_EQ(taps, 1);
 }
 
-TEST_F(UITouchTest, BarKeepsItsTouchesToItself) {
+TEST_F(UITouchTest, BarKeepsItsTouchesToItselfUntilItIsHidden) {
     began(besideButton);
     moved(onFractal, 0.1);
     ended(onFractal, 0.2);
     EXPECT_THAT(fractal->story, IsEmpty());
     EXPECT_THAT(spy->story, IsEmpty());
-    EXPECT_EQ(taps, 0);
-    EXPECT_EQ(presses, 0);
-}
-
-TEST_F(UITouchTest, PlainViewOverTheFractalPassesTouchesOn) {
-    fractal->addSubview(std::make_shared<UIView>(CGRectMake(90, 90, 20, 20)));
-    began(onFractal);
-    ended(onFractal, 0.1);
-    EXPECT_THAT(fractal->story, ElementsAre("began 1 of 1", "ended 1 of 1"));
-    EXPECT_EQ(taps, 1);
+    EXPECT_EQ(taps + presses, 0);
+    began(besideButton, 1, 1);
+    began(onFractal, 1, 2);
+    ended(onFractal, 1.1, 2);
+    ended(besideButton, 1.2, 1);
+    EXPECT_EQ(taps, 1) << "a finger on the bar does not disturb the fractal's";
+    UIView::animateWithDuration(0.5, 0, 0, [&] { bar->setAlpha(0); });
+    began(besideButton, 2);
+    ended(besideButton, 2.1);
+    EXPECT_EQ(taps, 2) << "what fades away no longer answers";
 }
 
 TEST_F(UITouchTest, ButtonActsWhereTheFingerLifts) {
@@ -134,17 +127,14 @@ TEST_F(UITouchTest, ButtonActsWhereTheFingerLifts) {
     began(onButton(), 8);
     ended(onButton(), 8.1);
     EXPECT_EQ(presses, 2) << "works on after a cancelled touch";
+    began(onButton(), 9, 1);
+    began(onButton(), 9, 2);
+    ended(onButton(), 9.1, 2);
+    EXPECT_EQ(presses, 2) << "a second finger neither presses nor blocks";
+    ended(onButton(), 9.2, 1);
+    EXPECT_EQ(presses, 3);
     EXPECT_THAT(spy->story, IsEmpty());
     EXPECT_EQ(taps, 0);
-}
-
-TEST_F(UITouchTest, SecondFingerOnAButtonNeitherPressesNorBlocks) {
-    began(onButton(), 0, 1);
-    began(onButton(), 0, 2);
-    ended(onButton(), 0.1, 2);
-    EXPECT_EQ(presses, 0);
-    ended(onButton(), 0.2, 1);
-    EXPECT_EQ(presses, 1);
 }
 
 TEST_F(UITouchTest, KeyLightsTheButtonUp) {
@@ -212,16 +202,8 @@ TEST_F(UITouchTest, TwoFingersAreNoTap) {
     EXPECT_EQ(taps, 1) << "ready again once all are lifted";
 }
 
-TEST_F(UITouchTest, FingerOnTheBarDoesNotDisturbATapOnTheFractal) {
-    began(besideButton, 0, 1);
-    began(onFractal, 0, 2);
-    ended(onFractal, 0.1, 2);
-    ended(besideButton, 0.2, 1);
-    EXPECT_EQ(taps, 1);
-}
-
-TEST_F(UITouchTest, NearestTapTakesTheTouch) {
-    const auto panel = std::make_shared<UIView>(CGRectMake(50, 50, 100, 100));
+TEST_F(UITouchTest, NearestTapTakesTheTouchUnlessItsViewIsGone) {
+    auto panel = std::make_shared<UIView>(CGRectMake(50, 50, 100, 100));
     int closed = 0;
     panel->addGestureRecognizer(
         std::make_shared<UITapGestureRecognizer>([&](UIGestureRecognizer&) { ++closed; }));
@@ -231,8 +213,14 @@ TEST_F(UITouchTest, NearestTapTakesTheTouch) {
     EXPECT_EQ(closed, 1);
     EXPECT_EQ(taps, 0);
     EXPECT_THAT(spy->story, ElementsAre("began 1 of 1"));
-    began({300, 100}, 1);
-    ended({300, 100}, 1.1);
+    began(onFractal, 1);
+    panel->removeFromSuperview();
+    panel.reset();
+    ended(onFractal, 1.1);
+    EXPECT_EQ(closed, 1);
+    taps = 0;
+    began(onFractal, 2);
+    ended(onFractal, 2.1);
     EXPECT_EQ(taps, 1);
 }
 
@@ -255,29 +243,25 @@ TEST_F(UITouchTest, CancelledTouchesLeaveNothingBehind) {
 TEST_F(UITouchTest, NonsenseFromTheHostIsDroppedWithALine) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     began(onFractal, 1);
-    const std::pair<const char*, std::function<void()>> nonsense[] = {
-        {"unknown finger", [&] { moved(onFractal, 1, 7); }},
-        {"unknown finger's lift", [&] { ended(onFractal, 1, 7); }},
-        {"second landing", [&] { began(onFractal, 1); }},
-        {"move in the past", [&] { moved(onFractal, 0.5); }},
-        {"move to nowhere",
-         [&] {
-             moved({nan, 0}, 1);
-         }},
-        {"move off all screens",
-         [&] {
-             moved({1e300, 0}, 1);
-         }},
-        {"landing at no time", [&] { began(onFractal, nan, 3); }},
-        {"move at no time", [&] { moved(onFractal, nan); }},
-        {"landing nowhere",
-         [&] {
-             began({0, nan}, 1, 3);
-         }},
+    const struct {
+        const char* name;
+        UITouchPhase phase;
+        CGPoint at;
+        double time;
+        int64_t finger;
+    } nonsense[] = {
+        {"unknown finger", UITouchPhase::moved, onFractal, 1, 7},
+        {"unknown finger's lift", UITouchPhase::ended, onFractal, 1, 7},
+        {"second landing", UITouchPhase::began, onFractal, 1, 1},
+        {"move in the past", UITouchPhase::moved, onFractal, 0.5, 1},
+        {"move to nowhere", UITouchPhase::moved, {nan, 0}, 1, 1},
+        {"move off all screens", UITouchPhase::moved, {1e300, 0}, 1, 1},
+        {"landing at no time", UITouchPhase::began, onFractal, nan, 3},
+        {"landing nowhere", UITouchPhase::began, {0, nan}, 1, 3},
     };
-    for (const auto& [name, send] : nonsense) {
+    for (const auto& [name, phase, at, time, finger] : nonsense) {
         log.lines.clear();
-        send();
+        send(phase, at, time, finger);
         EXPECT_EQ(log.lines.size(), 1u) << name;
     }
     EXPECT_EQ(fractal->story.size(), 1u);
@@ -285,26 +269,6 @@ TEST_F(UITouchTest, NonsenseFromTheHostIsDroppedWithALine) {
     ended({nan, nan}, 0.2);
     EXPECT_THAT(log.lines, IsEmpty()) << "a lift always counts";
     EXPECT_EQ(taps, 1);
-}
-
-TEST_F(UITouchTest, FingerOutlivesItsView) {
-    auto panel = std::make_shared<UIView>(CGRectMake(50, 50, 100, 100));
-    int closed = 0;
-    panel->addGestureRecognizer(
-        std::make_shared<UITapGestureRecognizer>([&](UIGestureRecognizer&) { ++closed; }));
-    fractal->addSubview(panel);
-    began(onFractal);
-    panel->removeFromSuperview();
-    panel.reset();
-    ended(onFractal, 0.1);
-    EXPECT_EQ(closed, 0);
-}
-
-TEST_F(UITouchTest, HiddenBarLetsTouchesThrough) {
-    UIView::animateWithDuration(0.5, 0, 0, [&] { bar->setAlpha(0); });
-    began(besideButton);
-    ended(besideButton, 0.1);
-    EXPECT_EQ(taps, 1) << "what fades away no longer answers";
 }
 
 }  // namespace

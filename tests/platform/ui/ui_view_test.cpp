@@ -76,39 +76,21 @@ TEST(UIView, HitTestFindsTheFrontMostThatAnswers) {
     EXPECT_EQ(root->hitTest(both), front);
 }
 
-TEST(UIView, CannotBePutIntoItself) {
+TEST(UIView, MovesFromOneSuperviewToAnotherButNotIntoItself) {
     LogCapture log;
     const auto outer = makeView({});
+    const auto other = makeView({});
     const auto inner = makeView({});
+    other->addSubview(inner);
     outer->addSubview(inner);
+    outer->addSubview(inner);
+    EXPECT_TRUE(other->subviews().empty());
+    EXPECT_EQ(outer->subviews().size(), 1u);
     inner->addSubview(outer);
     inner->addSubview(inner);
     EXPECT_EQ(log.lines.size(), 2u);
     EXPECT_EQ(outer->superview(), nullptr);
     EXPECT_EQ(inner->superview(), outer.get());
-}
-
-TEST(UIView, MovesFromOneSuperviewToAnother) {
-    const auto first = makeView({});
-    const auto second = makeView({});
-    const auto child = makeView({});
-    first->addSubview(child);
-    second->addSubview(child);
-    EXPECT_TRUE(first->subviews().empty());
-    EXPECT_EQ(child->superview(), second.get());
-    second->addSubview(child);
-    EXPECT_EQ(second->subviews().size(), 1u);
-}
-
-TEST(UIView, ConvertsThroughAllItsSuperviews) {
-    const auto window = std::make_shared<UIWindow>(CGRectMake(0, 0, 500, 500));
-    const auto middle = makeView(CGRectMake(100, 50, 200, 200));
-    const auto inner = makeView(CGRectMake(7, 9, 20, 20));
-    window->addSubview(middle);
-    middle->addSubview(inner);
-    EXPECT_EQ(inner->convertPointToWindow({1, 2}), CGPointMake(108, 61));
-    EXPECT_EQ(inner->convertPointFromWindow({108, 61}), CGPointMake(1, 2));
-    EXPECT_EQ(inner->convertRectToWindow(inner->bounds()), CGRectMake(107, 59, 20, 20));
 }
 
 TEST(UIView, PaintsBackToFrontWithoutClipping) {
@@ -204,15 +186,6 @@ TEST(UILabel, StandsInTheMiddle) {
     RecordingCanvas canvas;
     label.drawRect(canvas, label.bounds());
     EXPECT_THAT(canvas.calls, ElementsAre("text \"top\" {{0, 10}, {60, 30}}"));
-}
-
-TEST(UIView, AnswersByName) {
-    UIView view(CGRectMake(1, 2, 3, 4));
-    EXPECT_EQ(std::any_cast<CGRect>(view.valueForKey("frame")), CGRectMake(1, 2, 3, 4));
-    EXPECT_TRUE(view.setValueForKey(0.25, "alpha"));
-    EXPECT_EQ(view.alpha(), 0.25);
-    EXPECT_FALSE(view.setValueForKey(std::string("half"), "alpha"));
-    EXPECT_FALSE(view.setValueForKey(1.0, "colour"));
 }
 
 }  // namespace
