@@ -3,10 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/ios_app_delegate.h"
-#include "hosts/headless/headless_host.h"
 #include "main_screen/developer_overlay_view.h"
-#include "main_screen/game_view_controller.h"
+#include "tests/support/headless_screen.h"
 #include "tests/support/recording_canvas.h"
 
 using testing::Contains;
@@ -41,24 +39,22 @@ TEST(DeveloperOverlay, ShowsTheFiguresOfTheMomentAndMarksTargetsWhereTheyLie) {
     EXPECT_EQ(std::ranges::count_if(canvas.calls, [](const auto& c) { return c.starts_with("stroke"); }), 2);
 }
 
-TEST(DeveloperOverlay, ComesAndGoesWithItsKeyAndLeavesTouchesAlone) {
-    std::shared_ptr<iOSAppDelegate> delegate;
-    HeadlessHost host({{640, 360}, 1}, [&] { return delegate = std::make_shared<iOSAppDelegate>(); });
-    ASSERT_TRUE(host.launch());
-    host.play(0.1);
-    const auto screen =
-        std::dynamic_pointer_cast<GameViewController>(delegate->window()->rootViewController());
-    const auto pixel = [&] { return host.screenPicture()->colorAt(16, 100); };
+using DeveloperOverlayOnScreen = HeadlessScreenTest;
+
+TEST_F(DeveloperOverlayOnScreen, ComesAndGoesWithItsKeyAndLeavesTouchesAlone) {
+    launch({{640, 360}, 1});
+    host->play(0.1);
+    const auto pixel = [&] { return host->screenPicture()->colorAt(16, 100); };
     const auto plain = pixel();
-    host.press(HostKey::f1);
-    host.play(0.1);
+    host->press(HostKey::f1);
+    host->play(0.1);
     EXPECT_NE(pixel(), plain);
-    host.tap({40, 60});
+    host->tap({40, 60});
     EXPECT_TRUE(screen->isMenuHiding());
-    host.tap({40, 60});
-    host.press(HostKey::f1);
-    host.press(HostKey::character);
-    host.play(0.1);
+    host->tap({40, 60});
+    host->press(HostKey::f1);
+    host->press(HostKey::character);
+    host->play(0.1);
     EXPECT_FALSE(screen->isMenuHiding());
     EXPECT_EQ(screen->view()->hitTest({40, 60}), screen->view());
 }

@@ -1,0 +1,32 @@
+// The app on the headless host with its main screen at hand, for the tests that play scenarios on it.
+// A host that starts anew replaces the one before.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <utility>
+
+#include "app/ios_app_delegate.h"
+#include "hosts/headless/headless_host.h"
+#include "main_screen/game_view_controller.h"
+#include "tests/support/log_capture.h"
+
+class HeadlessScreenTest : public testing::Test {
+  protected:
+    void launch(HeadlessHost::Options options,
+                std::shared_ptr<iOSAppDelegate> delegate = std::make_shared<iOSAppDelegate>()) {
+        screen = nullptr;
+        host = nullptr;
+        host = std::make_unique<HeadlessHost>(std::move(options), [delegate] { return delegate; });
+        ASSERT_TRUE(host->launch());
+        screen = std::dynamic_pointer_cast<GameViewController>(delegate->window()->rootViewController());
+        ASSERT_TRUE(screen);
+        host->step();
+    }
+    CGRect bounds() const { return screen->shader()->fractalBounds(); }
+    CGRect top() const { return screen->rectifiedBoundsFor(topView); }
+
+    LogCapture log;
+    std::unique_ptr<HeadlessHost> host;
+    std::shared_ptr<GameViewController> screen;
+};
