@@ -64,6 +64,13 @@ class DesktopProgram : public testing::Test {
         return xdotool.out();
     }
     void key(const std::string& name) const { tool({"key", name}); }
+    /// The program's own picture of the screen, without a window.
+    Picture snapshot(std::vector<std::string> more) const {
+        more.insert(more.begin(), {ZENTARO_EXECUTABLE, "--snapshot", _folder.file("a.png"), "--screen"});
+        ChildProcess program(more);
+        EXPECT_EQ(program.wait(kPatience), 0);
+        return readPicture(_folder.file("a.png"));
+    }
     void click(CGPoint point) const {
         tool({"mousemove", "--window", _window, std::to_string(static_cast<int>(point.x)),
               std::to_string(static_cast<int>(point.y)), "click", "1"});
@@ -134,10 +141,7 @@ TEST_F(DesktopProgram, OpensAWindowWithTheSetAndTheToolbar) {
     EXPECT_EQ(shown.width, 640);
     EXPECT_EQ(shown.height, 360);
     EXPECT_TRUE(isFractal(shown));
-    ChildProcess snapshot(
-        {ZENTARO_EXECUTABLE, "--snapshot", _folder.file("a.png"), "--screen", "--size", "640x360"});
-    EXPECT_EQ(snapshot.wait(kPatience), 0);
-    EXPECT_LT(meanDifference(shown, readPicture(_folder.file("a.png"))), 6)
+    EXPECT_LT(meanDifference(shown, snapshot({"--size", "640x360"})), 6)
         << "but for the picture's 16-bit colours it is the same screen";
     key("Escape");
     EXPECT_EQ(_program->wait(kPatience), 0) << _program->err();
@@ -242,10 +246,7 @@ TEST_F(DesktopProgram, AResizedWindowIsFilled) {
         return shown.width == 900 && shown.height == 400 && isFractal(shown);
     }));
     // The view keeps its centre and height: the set's left tip, -2, lies where its width puts it.
-    ChildProcess snapshot(
-        {ZENTARO_EXECUTABLE, "--snapshot", _folder.file("a.png"), "--screen", "--size", "900x400"});
-    EXPECT_EQ(snapshot.wait(kPatience), 0);
-    EXPECT_LT(meanDifference(settledPicture(), readPicture(_folder.file("a.png"))), 6);
+    EXPECT_LT(meanDifference(settledPicture(), snapshot({"--size", "900x400"})), 6);
 }
 
 TEST_F(DesktopProgram, TheScaleMakesPointsOfSeveralPixels) {
@@ -253,10 +254,7 @@ TEST_F(DesktopProgram, TheScaleMakesPointsOfSeveralPixels) {
     const Picture shown = settledPicture();
     EXPECT_EQ(shown.width, 1280);
     EXPECT_EQ(shown.height, 720);
-    ChildProcess snapshot({ZENTARO_EXECUTABLE, "--snapshot", _folder.file("a.png"), "--screen", "--size",
-                           "640x360", "--scale", "2"});
-    EXPECT_EQ(snapshot.wait(kPatience), 0);
-    EXPECT_LT(meanDifference(shown, readPicture(_folder.file("a.png"))), 6);
+    EXPECT_LT(meanDifference(shown, snapshot({"--size", "640x360", "--scale", "2"})), 6);
     click({640, 120});
     EXPECT_TRUE(_program->waitForText("touch began 0 {320, 60}", kPatience)) << _program->err();
 }
@@ -295,16 +293,6 @@ TEST_F(DesktopProgram, AHiddenWindowWaitsAndStillHearsSignals) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     _program->signal(SIGTERM);
     EXPECT_EQ(_program->wait(kPatience), 0) << _program->err();
-}
-
-TEST_F(DesktopProgram, DamagedSettingsAreSetAsideInOneLine) {
-    writeFile(_folder.file("s.json"), "{ nonsense");
-    start({"--defaults", _folder.file("s.json")});
-    key("c");
-    EXPECT_TRUE(becomes(
-        [&] { return contentOf(_folder.file("s.json")).find("fractalColoring") != std::string::npos; }));
-    EXPECT_EQ(contentOf(_folder.file("s.json.damaged")), "{ nonsense");
-    EXPECT_THAT(_program->err(), HasSubstr("s.json.damaged"));
 }
 
 TEST_F(DesktopProgram, WithoutOpenGLItSaysSo) {

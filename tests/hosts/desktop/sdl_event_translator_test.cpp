@@ -76,16 +76,21 @@ SDL_Event windowEvent(uint8_t what) {
     return event;
 }
 
-TEST_F(SdlEvents, TheLeftMouseButtonIsOneTouchInPoints) {
-    EXPECT_EQ(heard(button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 100, 40)),
-              described(HostTouch{UITouchPhase::began, 0, {50, 20}, 1.5}));
+TEST_F(SdlEvents, TheLeftMouseButtonIsOneTouchInPointsAndFingersHaveOtherIds) {
     SDL_Event motion = ofType(SDL_MOUSEMOTION);
     motion.motion.x = 102;
     motion.motion.y = 44;
     motion.motion.state = SDL_BUTTON_LMASK;
-    EXPECT_EQ(heard(motion), described(HostTouch{UITouchPhase::moved, 0, {51, 22}, 1.5}));
-    EXPECT_EQ(heard(button(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 102, 44)),
-              described(HostTouch{UITouchPhase::ended, 0, {51, 22}, 1.5}));
+    const std::pair<SDL_Event, HostTouch> rows[] = {
+        {button(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 100, 40), {UITouchPhase::began, 0, {50, 20}, 1.5}},
+        {motion, {UITouchPhase::moved, 0, {51, 22}, 1.5}},
+        {button(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 102, 44), {UITouchPhase::ended, 0, {51, 22}, 1.5}},
+        {finger(SDL_FINGERDOWN, 0, 0.5F, 0.25F), {UITouchPhase::began, 1, {300, 75}, 1.5}},
+        {finger(SDL_FINGERMOTION, 41, 1, 1), {UITouchPhase::moved, 42, {600, 300}, 1.5}},
+        {finger(SDL_FINGERUP, 41, 0, 0), {UITouchPhase::ended, 42, {0, 0}, 1.5}},
+    };
+    for (const auto& [event, touch] : rows)
+        EXPECT_EQ(heard(event), described(touch));
 }
 
 TEST_F(SdlEvents, OtherButtonsHoveringAndMiceMadeOfFingersAreNotHeard) {
@@ -101,15 +106,6 @@ TEST_F(SdlEvents, OtherButtonsHoveringAndMiceMadeOfFingersAreNotHeard) {
     EXPECT_EQ(heard(fromMouse), "");
 }
 
-TEST_F(SdlEvents, FingersHaveIdsApartFromTheMouse) {
-    EXPECT_EQ(heard(finger(SDL_FINGERDOWN, 0, 0.5F, 0.25F)),
-              described(HostTouch{UITouchPhase::began, 1, {300, 75}, 1.5}));
-    EXPECT_EQ(heard(finger(SDL_FINGERMOTION, 41, 1, 1)),
-              described(HostTouch{UITouchPhase::moved, 42, {600, 300}, 1.5}));
-    EXPECT_EQ(heard(finger(SDL_FINGERUP, 41, 0, 0)),
-              described(HostTouch{UITouchPhase::ended, 42, {0, 0}, 1.5}));
-}
-
 TEST_F(SdlEvents, WheelStepsPointAwayFromTheUserWhateverTheSystemsTaste) {
     SDL_Event wheel = ofType(SDL_MOUSEWHEEL);
     wheel.wheel.preciseY = 1.5F;
@@ -122,38 +118,33 @@ TEST_F(SdlEvents, WheelStepsPointAwayFromTheUserWhateverTheSystemsTaste) {
     EXPECT_EQ(heard(wheel), "") << "sideways";
 }
 
-TEST_F(SdlEvents, TypedKeysAreHeardOnceAndInLowerCase) {
-    EXPECT_EQ(heard(key(SDLK_c)), "") << "its text follows";
-    EXPECT_EQ(heard(text("C")), described(HostKeyPress{HostKey::character, "c", false, false, 1.5}));
-    heard(key(SDLK_SLASH, KMOD_LSHIFT));
-    EXPECT_EQ(heard(text("?")), described(HostKeyPress{HostKey::character, "?", false, false, 1.5}));
-    EXPECT_EQ(heard(key(SDLK_SPACE)), described(HostKeyPress{HostKey::space, "", false, false, 1.5}));
-    EXPECT_EQ(heard(text(" ")), "");
-}
-
-TEST_F(SdlEvents, TextOfSeveralCharactersIsSeveralPresses) {
-    EXPECT_EQ(heard(text("a\xC3\xA9\xE2\x82\xAC")),
-              described(HostKeyPress{HostKey::character, "a", false, false, 1.5}) + "; " +
-                  described(HostKeyPress{HostKey::character, "\xC3\xA9", false, false, 1.5}) + "; " +
-                  described(HostKeyPress{HostKey::character, "\xE2\x82\xAC", false, false, 1.5}));
-    EXPECT_EQ(heard(text("\xE2")), described(HostKeyPress{HostKey::character, "\xE2", false, false, 1.5}))
-        << "cut off text is not read beyond its end";
-}
-
-TEST_F(SdlEvents, HeldKeysSaySo) {
-    heard(key(SDLK_c, KMOD_NONE, true));
-    EXPECT_EQ(heard(text("c")), described(HostKeyPress{HostKey::character, "c", true, false, 1.5}));
-    EXPECT_EQ(heard(key(SDLK_F11, KMOD_NONE, true)),
-              described(HostKeyPress{HostKey::f11, "", true, false, 1.5}));
-    heard(key(SDLK_c));
-    EXPECT_EQ(heard(text("c")), described(HostKeyPress{HostKey::character, "c", false, false, 1.5}));
-}
-
-TEST_F(SdlEvents, ControlKeysComeWithoutText) {
-    EXPECT_EQ(heard(key(SDLK_q, KMOD_LCTRL)),
-              described(HostKeyPress{HostKey::character, "q", false, true, 1.5}));
-    EXPECT_EQ(heard(key(SDLK_q, KMOD_LCTRL | KMOD_RALT)), "") << "AltGr: its text follows";
-    EXPECT_EQ(heard(key(SDLK_LCTRL, KMOD_LCTRL)), "");
+TEST_F(SdlEvents, KeysAreHeardOnceAndWithTheirTextInLowerCase) {
+    const auto press = [](HostKey which, const std::string& typed, bool repeated, bool control) {
+        return described(HostKeyPress{which, typed, repeated, control, 1.5});
+    };
+    const auto typed = [&](const char* character) {
+        return press(HostKey::character, character, false, false);
+    };
+    const std::pair<SDL_Event, std::string> rows[] = {
+        {key(SDLK_c), ""},  // its text follows
+        {text("C"), typed("c")},
+        {key(SDLK_SLASH, KMOD_LSHIFT), ""},
+        {text("?"), typed("?")},
+        {key(SDLK_SPACE), press(HostKey::space, "", false, false)},
+        {text(" "), ""},
+        {text("a\xC3\xA9\xE2\x82\xAC"), typed("a") + "; " + typed("\xC3\xA9") + "; " + typed("\xE2\x82\xAC")},
+        {text("\xE2"), typed("\xE2")},  // cut off text is not read beyond its end
+        {key(SDLK_c, KMOD_NONE, true), ""},
+        {text("c"), press(HostKey::character, "c", true, false)},  // held
+        {key(SDLK_F11, KMOD_NONE, true), press(HostKey::f11, "", true, false)},
+        {key(SDLK_c), ""},
+        {text("c"), typed("c")},
+        {key(SDLK_q, KMOD_LCTRL), press(HostKey::character, "q", false, true)},  // no text follows
+        {key(SDLK_q, KMOD_LCTRL | KMOD_RALT), ""},                               // AltGr: its text does
+        {key(SDLK_LCTRL, KMOD_LCTRL), ""},
+    };
+    for (std::size_t i = 0; i < std::size(rows); ++i)
+        EXPECT_EQ(heard(rows[i].first), rows[i].second) << "row " << i;
 }
 
 TEST_F(SdlEvents, TheWindowsLife) {
@@ -175,6 +166,7 @@ TEST_F(SdlEvents, TheWindowsLife) {
         {ofType(SDL_APP_TERMINATING), described(HostLifecycle::willTerminate)},
         {ofType(SDL_CLIPBOARDUPDATE), ""},
         {ofType(SDL_KEYUP), ""},
+        {ofType(SDL_MULTIGESTURE), ""},  // of fingers that are heard one by one
     };
     for (const auto& [event, means] : rows) {
         EXPECT_EQ(heard(event), means) << "type " << event.type << " window " << int{event.window.event};
