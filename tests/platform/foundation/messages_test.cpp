@@ -7,7 +7,6 @@
 #include <thread>
 #include <vector>
 
-#include "platform/foundation/cf_time.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/key_value.h"
 #include "platform/foundation/ns_notification_center.h"
@@ -168,15 +167,6 @@ TEST(KeyValueCoding, ReadsAndWritesByName) {
     EXPECT_FALSE(object.valueForKey("absent").has_value());
     EXPECT_EQ(object.alpha, 0.25);
     EXPECT_EQ(object.tables, 1);
-}
-
-TEST(CFAbsoluteTime, FollowsTheClockInItsPlace) {
-    CFAbsoluteTimeSetClock([] { return 12.5; });
-    EXPECT_EQ(CFAbsoluteTimeGetCurrent(), 12.5);
-    CFAbsoluteTimeSetClock(nullptr);
-    const CFAbsoluteTime before = CFAbsoluteTimeGetCurrent();
-    EXPECT_GT(before, 7e8);
-    EXPECT_GE(CFAbsoluteTimeGetCurrent(), before);
 }
 
 }  // namespace

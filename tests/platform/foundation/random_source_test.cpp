@@ -48,5 +48,5 @@ TEST(RandomSource, NoNumberIsFavoured) {
     for (int i = 0; i < times; ++i)
         ++thirds.at(random.arc4random_uniform(bound) / (bound / 3 + 1));
     for (const int count : thirds)
-        EXPECT_NEAR(count, times / 3, 450);
+        EXPECT_NEAR(count, times / 3.0, 450);
 }
