@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "main_screen/target_search.h"
+#include "platform/graphics/cg_bitmap_context.h"
 #include "tests/support/fractal_test.h"
 
 namespace {
@@ -92,27 +94,17 @@ TEST_F(FractalPaletteTest, CyclingMovesSmoothlyHoweverLargeTheClockButOnlyIfItIs
     }
 }
 
-// What the pilot looks for: pixels whose neighbours all differ in grey. A share of 1 in 1,000 makes it find
-// one in 4,999 draws in more than 99 of 100 frames.
+// The pilot's own test on its own greys. A share of 1 in 1,000 makes it find one in 4,999 draws in more than
+// 99 of 100 frames.
 double busyShare(const FractalPicture& picture) {
-    const auto grey = [&](int x, int y) {
-        const uint8_t* p = picture.at(x, y);
-        return (p[0] * 299 + p[1] * 587 + p[2] * 114 + 500) / 1000;
-    };
-    const auto allDiffer = [](std::vector<int> values) {
-        std::sort(values.begin(), values.end());
-        return std::adjacent_find(values.begin(), values.end()) == values.end();
-    };
+    std::vector<uint8_t> greys(picture.bytes.size() / 4);
+    const CGImage image(picture.width, picture.height, CGImageFormat::rgba8888, picture.bytes);
+    CGBitmapContext(greys.data(), picture.width, picture.height, picture.width, CGColorSpace::deviceGray)
+        .drawImage(CGRectMake(0, 0, picture.width, picture.height), image);
     int busy = 0;
-    for (int y = 1; y < picture.height - 1; ++y) {
-        for (int x = 1; x < picture.width - 1; ++x) {
-            std::vector<int> ring = {grey(x, y)};
-            for (const auto& [dx, dy] :
-                 {std::pair{-1, -1}, {0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}}) {
-                ring.push_back(grey(x + dx, y + dy));
-            }
-            busy += allDiffer(std::move(ring)) ? 1 : 0;
-        }
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x)
+            busy += isInteresting({greys.data(), picture.width, picture.height}, {x, y}) ? 1 : 0;
     }
     return static_cast<double>(busy) / (picture.width * picture.height);
 }

@@ -213,29 +213,25 @@ TEST_F(DesktopProgram, SettingsSurviveAKill) {
     EXPECT_THAT(_folder.names(), testing::ElementsAre("config"));
 }
 
-TEST_F(DesktopProgram, FullScreenComesWithF11AndGoesWithEscapeWhichThenQuits) {
+TEST_F(DesktopProgram, FullScreenComesWhereAskedForAndWithF11AndGoesWithEscapeWhichThenQuits) {
     startWindowManager();
-    start();
+    start({"--fullscreen"});
     const auto fills = [this](int width, int height) {
-        const Picture shown = picture();
-        return shown.width == width && shown.height == height && isFractal(shown);
+        return becomes([&] {
+            const Picture shown = picture();
+            return shown.width == width && shown.height == height && isFractal(shown);
+        });
     };
-    key("F11");
-    EXPECT_TRUE(becomes([&] { return fills(1600, 1000); })) << _program->err();
+    EXPECT_TRUE(fills(1600, 1000)) << _program->err();
     key("Escape");
-    EXPECT_TRUE(becomes([&] { return fills(640, 360); })) << _program->err();
+    EXPECT_TRUE(fills(640, 360)) << _program->err();
+    key("F11");
+    EXPECT_TRUE(fills(1600, 1000)) << _program->err();
+    key("Escape");
+    EXPECT_TRUE(fills(640, 360)) << _program->err();
     EXPECT_FALSE(_program->wait(0.2)) << "it goes on in its window";
     key("Escape");
     EXPECT_EQ(_program->wait(kPatience), 0) << _program->err();
-}
-
-TEST_F(DesktopProgram, StartsInFullScreenWhereThatIsAskedFor) {
-    startWindowManager();
-    start({"--fullscreen"});
-    EXPECT_TRUE(becomes([&] {
-        const Picture shown = picture();
-        return shown.width == 1600 && shown.height == 1000 && isFractal(shown);
-    })) << _program->err();
 }
 
 TEST_F(DesktopProgram, AResizedWindowIsFilled) {
