@@ -1,4 +1,4 @@
-// Notifications, queues, the log and key-value access, above all when their blocks call back into them.
+// Notifications, queues and the log, above all when their blocks call back into them.
 // All of them run the app's own code in the middle of their own.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "platform/foundation/dispatch_queue.h"
-#include "platform/foundation/key_value.h"
 #include "platform/foundation/ns_notification_center.h"
 #include "tests/support/log_capture.h"
 
@@ -140,33 +139,6 @@ TEST(NSLog, TheSinkMayLog) {
     NSLog("first");
     NSLogSetSink(former);
     EXPECT_THAT(lines, ElementsAre("first", "second"));
-}
-
-class Tweened : public KeyValueCoding {
-  public:
-    double alpha = 0.5;
-    int tables = 0;
-
-  protected:
-    KeyValueTable makeKeyValueTable() override {
-        ++tables;
-        return {{"alpha",
-                 KeyValueAccess<double>{[this] { return alpha; }, [this](double value) { alpha = value; }}},
-                {"name", KeyValueAccess<std::any>{[] { return std::any(std::string("t")); }, {}}}};
-    }
-};
-
-TEST(KeyValueCoding, ReadsAndWritesByName) {
-    Tweened object;
-    EXPECT_EQ(object.tables, 0);
-    EXPECT_TRUE(object.setValueForKey(0.25, "alpha"));
-    EXPECT_EQ(std::any_cast<double>(object.valueForKey("alpha")), 0.25);
-    EXPECT_FALSE(object.setValueForKey(std::string("text"), "alpha"));
-    EXPECT_FALSE(object.setValueForKey(1.0, "name"));
-    EXPECT_FALSE(object.setValueForKey(1.0, "absent"));
-    EXPECT_FALSE(object.valueForKey("absent").has_value());
-    EXPECT_EQ(object.alpha, 0.25);
-    EXPECT_EQ(object.tables, 1);
 }
 
 }  // namespace
