@@ -94,10 +94,6 @@ class UIApplicationTest : public testing::Test {
         ASSERT_TRUE(app.launch());
         story.clear();
     }
-    void listen(const std::string& name) {
-        NSNotificationCenter::defaultCenter().addObserver(
-            listener, name, nullptr, [this, name] { story.push_back("posted " + name); });
-    }
 
     Story story;
     LogCapture log;
@@ -184,45 +180,31 @@ TEST_F(UIApplicationTest, ClockCountsWhatWasShown) {
 
 TEST_F(UIApplicationTest, LifeIsToldInThePlatformsOrder) {
     launch();
-    listen(UIApplicationWillResignActiveNotification);
-    listen(UIApplicationDidEnterBackgroundNotification);
-    listen(UIApplicationWillEnterForegroundNotification);
-    listen(UIApplicationDidBecomeActiveNotification);
-    listen(UIApplicationWillTerminateNotification);
-    listen(UIApplicationDidReceiveMemoryWarningNotification);
-    const std::string posted = "posted UIApplication";
-    const Story leaves = {"will resign", posted + "WillResignActiveNotification"};
-    const Story returns = {"active", posted + "DidBecomeActiveNotification"};
-    struct Step {
-        const char* name;
-        HostEvent event;
-        Story expected;
+    for (const std::string name : {"WillResignActive", "DidEnterBackground", "WillEnterForeground",
+                                   "DidBecomeActive", "WillTerminate", "DidReceiveMemoryWarning"}) {
+        NSNotificationCenter::defaultCenter().addObserver(
+            listener, "UIApplication" + name + "Notification", nullptr,
+            [this, name] { story.push_back("posted " + name); });
+    }
+    const std::pair<HostEvent, Story> steps[] = {
+        {HostLifecycle::didBecomeActive, {}},  // it is active already
+        {HostLifecycle::willResignActive, {"will resign", "posted WillResignActive"}},
+        {HostLifecycle::willResignActive, {}},
+        {HostLifecycle::didBecomeActive, {"active", "posted DidBecomeActive"}},
+        {HostVisibility{false},
+         {"will resign", "posted WillResignActive", "background", "posted DidEnterBackground"}},
+        {HostVisibility{false}, {}},
+        {HostLifecycle::didBecomeActive, {}},  // focused while hidden
+        {HostVisibility{true},
+         {"foreground", "posted WillEnterForeground", "active", "posted DidBecomeActive"}},
+        {HostLifecycle::memoryWarning, {"posted DidReceiveMemoryWarning", "root memory warning"}},
+        {HostClose{}, {"will resign", "posted WillResignActive", "will terminate", "posted WillTerminate"}},
+        {HostClose{}, {}},
     };
-    Story hides = leaves;
-    hides.insert(hides.end(), {"background", posted + "DidEnterBackgroundNotification"});
-    Story shows = {"foreground", posted + "WillEnterForegroundNotification"};
-    shows.insert(shows.end(), returns.begin(), returns.end());
-    Story ends = leaves;
-    ends.insert(ends.end(), {"will terminate", posted + "WillTerminateNotification"});
-    const Step steps[] = {
-        {"active already", HostLifecycle::didBecomeActive, {}},
-        {"loses the focus", HostLifecycle::willResignActive, leaves},
-        {"loses it again", HostLifecycle::willResignActive, {}},
-        {"gets it back", HostLifecycle::didBecomeActive, returns},
-        {"hidden", HostVisibility{false}, hides},
-        {"hidden again", HostVisibility{false}, {}},
-        {"focused while hidden", HostLifecycle::didBecomeActive, {}},
-        {"shown", HostVisibility{true}, shows},
-        {"short of memory",
-         HostLifecycle::memoryWarning,
-         {posted + "DidReceiveMemoryWarningNotification", "root memory warning"}},
-        {"closed", HostClose{}, ends},
-        {"closed twice", HostClose{}, {}},
-    };
-    for (const Step& step : steps) {
+    for (std::size_t i = 0; i < std::size(steps); ++i) {
         story.clear();
-        app.handle(step.event);
-        EXPECT_EQ(story, step.expected) << step.name;
+        app.handle(steps[i].first);
+        EXPECT_EQ(story, steps[i].second) << "step " << i << ", " << describe(steps[i].first);
     }
     EXPECT_EQ(window.quits, 2);
 }

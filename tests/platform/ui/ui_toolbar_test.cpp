@@ -2,10 +2,10 @@
 // Buttons must stay large enough for fingers and on the screen.
 #include "platform/ui/ui_toolbar.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
-#include "screens/swallow_touches_view.h"
-#include "tests/platform/ui/main_storyboard.h"
+#include "tests/support/headless_screen.h"
 #include "tests/support/recording_canvas.h"
 
 namespace {
@@ -30,17 +30,18 @@ void expectApart(const std::vector<CGRect>& frames, CGFloat left, CGFloat right)
     EXPECT_LE(former, right);
 }
 
-TEST(ToolbarOnScreen, ButtonsAreLargeApartAndInside) {
-    const CanvasProviderGuard provider;
-    for (const CGSize screen :
+using ToolbarOnScreen = HeadlessScreenTest;
+
+TEST_F(ToolbarOnScreen, ButtonsAreLargeApartAndInside) {
+    for (const CGSize size :
          {CGSizeMake(844, 390), CGSizeMake(1180, 820), CGSizeMake(1280, 720), CGSizeMake(568, 320),
           CGSizeMake(3440, 1440), CGSizeMake(480, 800), CGSizeMake(843.5, 389.5)}) {
-        SCOPED_TRACE(NSStringFromCGSize(screen));
-        const MainStoryboard scene(screen);
-        ASSERT_NE(scene.bar, nullptr);
-        const CGRect bar = scene.bar->convertRectToWindow(scene.bar->bounds());
-        EXPECT_EQ(CGRectUnion(bar, CGRectMake(0, 0, screen.width, screen.height)).size, screen) << "inside";
-        const auto frames = buttonsOf(*scene.bar);
+        SCOPED_TRACE(NSStringFromCGSize(size));
+        launch({size, 1});
+        host->step();
+        const CGRect bar = screen->menuView->convertRectToWindow(screen->menuView->bounds());
+        EXPECT_EQ(CGRectUnion(bar, CGRectMake(0, 0, size.width, size.height)).size, size) << "inside";
+        const auto frames = buttonsOf(*screen->menuView);
         ASSERT_EQ(frames.size(), 8u);
         expectApart(frames, CGRectGetMinX(bar), CGRectGetMaxX(bar));
         for (const CGRect& frame : frames) {
