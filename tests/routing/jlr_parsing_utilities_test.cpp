@@ -4,11 +4,8 @@
 
 #include <gmock/gmock.h>
 
-#include "routing/jlr_collections.h"
-
 namespace {
 
-using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 using Strings = std::vector<std::string>;
@@ -17,28 +14,26 @@ TEST(JLRParsingUtilities, ExpandsOptionalParts) {
     const struct {
         const char* pattern;
         Strings expansions;
-    } cases[] = {
-        {"/a(/b)", {"/a/b", "/a"}},
-        {"(/x)", {"/x", "/"}},
-        {"/path/:thing(/a)(/b)(/c)",
-         {"/path/:thing/a/b/c", "/path/:thing/a/b", "/path/:thing/a/c", "/path/:thing/b/c", "/path/:thing/a",
-          "/path/:thing/b", "/path/:thing/c", "/path/:thing"}},
-        {"/(a/)b/(:c/*)", {"/a/b/:c/*", "/b/:c/*", "/a/b", "/b"}},
-        {"/a", {}},
-        {"", {}},
-        {"(", {}},
-        {"/()", {}},
-        {"/a(", {"/a"}},
-        {"/a(/b", {"/a/b", "/a"}},
-        {"/a)(b)", {"/a)/b", "/a)"}},
-        {"/a((b)c)", {"/a/(b/c)", "/a/c)"}},
-        {"a(//)(b//c/)", {"/a/b/c", "/a/b/c", "/a", "/a"}},
-        // Equal required parts stand in for each other.
-        {"/a(/bb)/a", {"/a/bb/a", "/a/bb", "/bb/a", "/a/a", "/a", "/a"}},
-        {"/a(/a)", {"/a/a", "/a"}},
-        // The longest by characters, not by bytes: 2 + 2 against 2 + 1.
-        {"(/xx)(/\u20ac)", {"/xx/\u20ac", "/xx", "/\u20ac", "/"}},
-    };
+    } cases[] = {{"/a(/b)", {"/a/b", "/a"}},
+                 {"(/x)", {"/x", "/"}},
+                 {"/path/:thing(/a)(/b)(/c)",
+                  {"/path/:thing/a/b/c", "/path/:thing/a/b", "/path/:thing/a/c", "/path/:thing/b/c",
+                   "/path/:thing/a", "/path/:thing/b", "/path/:thing/c", "/path/:thing"}},
+                 {"/(a/)b/(:c/*)", {"/a/b/:c/*", "/b/:c/*", "/a/b", "/b"}},
+                 {"/a", {}},
+                 {"", {}},
+                 {"(", {}},
+                 {"/()", {}},
+                 {"/a(", {"/a"}},
+                 {"/a(/b", {"/a/b", "/a"}},
+                 {"/a)(b)", {"/a)/b", "/a)"}},
+                 {"/a((b)c)", {"/a/(b/c)", "/a/c)"}},
+                 {"a(//)(b//c/)", {"/a/b/c", "/a/b/c", "/a", "/a"}},
+                 // Equal required parts stand in for each other.
+                 {"/a(/bb)/a", {"/a/bb/a", "/a/bb", "/bb/a", "/a/a", "/a", "/a"}},
+                 {"/a(/a)", {"/a/a", "/a"}},
+                 // The longest by characters, not by bytes: 2 + 2 against 2 + 1.
+                 {"(/xx)(/\u20ac)", {"/xx/\u20ac", "/xx", "/\u20ac", "/"}}};
     for (const auto& each : cases)
         EXPECT_THAT(JLRParsingUtilities::expandOptionalRoutePatternsForPattern(each.pattern),
                     ElementsAreArray(each.expansions))
@@ -86,20 +81,6 @@ TEST(JLRParsingUtilities, DecodesPlusSymbols) {
     EXPECT_EQ(JLRParsingUtilities::queryParams(query, false), query);
     EXPECT_EQ(JLRParsingUtilities::queryParams(query, true),
               (JLRRouteParameters{{"text", "a b"}, {"list", Strings{"c ", "d"}}}));
-}
-
-TEST(JLRCollections, KeepTheirOrder) {
-    using Numbers = std::vector<int>;
-    EXPECT_THAT(JLRoutes_allOrderedCombinations(Numbers{}), ElementsAre(Numbers{}));
-    EXPECT_THAT(JLRoutes_allOrderedCombinations(Numbers{1, 2, 3}),
-                ElementsAre(Numbers{}, Numbers{1}, Numbers{2}, Numbers{1, 2}, Numbers{3}, Numbers{1, 3},
-                            Numbers{2, 3}, Numbers{1, 2, 3}));
-    EXPECT_THAT(JLRoutes_filter(Numbers{3, 1, 2}, [](int n) { return n > 1; }), ElementsAre(3, 2));
-    EXPECT_THAT(
-        JLRoutes_map(Numbers{3, 1}, [](int n) { return std::string(static_cast<std::size_t>(n), 'x'); }),
-        ElementsAre("xxx", "x"));
-    EXPECT_THAT(JLRoutes_trimmedPathComponents("//a//b/"), ElementsAre("a", "", "b"));
-    EXPECT_THAT(JLRoutes_trimmedPathComponents("///"), ElementsAre(""));
 }
 
 }  // namespace

