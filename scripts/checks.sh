@@ -43,3 +43,25 @@ check_tidy() {
         -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON) >"$root/build/tidy/configure.log" 2>&1 || return 1
     (cd "$root" && stale_for_tidy | xargs -r -d '\n' -n 1 -P "$(nproc)" bash -c 'tidy_one "$1"' tidy)
 }
+
+# check_install: a user without any settings installs, opens a link the way desktops do, and uninstalls again.
+check_install() {
+    local home scheme identifier applications=.local/share/applications status
+    home=$(mktemp -d) scheme=$(configured ZENTARO_URL_SCHEME) identifier=$(configured ZENTARO_BUNDLE_IDENTIFIER)
+    (
+        export HOME=$home
+        unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_RUNTIME_DIR DISPLAY WAYLAND_DISPLAY
+        cd "$home" && "$root/run" --install 2>install.log &&
+            desktop-file-validate "$applications/$identifier.desktop" &&
+            [[ $(xdg-mime query default "x-scheme-handler/$scheme") == "$identifier.desktop" ]] &&
+            grep -qF "x-scheme-handler/$scheme=$identifier.desktop" "$applications/mimeinfo.cache" &&
+            .local/bin/zentaro "$scheme://julia/-1/-1/1/1" --snapshot view.png >view.log &&
+            grep -qF /julia/-1.777778/-1.000000/ view.log &&
+            "$root/run" --uninstall 2>>install.log && ! grep -rq "$identifier" .local .config &&
+            [[ -z $(find .local .config -name "*$identifier*" -o -name "*zentaro*") ]]
+    )
+    status=$?
+    ((status == 0)) || cat "$home/install.log" >&2
+    rm -rf "$home"
+    return "$status"
+}

@@ -21,33 +21,43 @@ installed_files() {
 # The desktops' caches of who opens what. Entries are found without them by those that keep none.
 refresh_desktop() { update-desktop-database -q "$(data_home)/applications" 2>/dev/null || true; }
 
+# as_command PATH: as an entry's Exec line has it. What is not plain goes in quotes, where backslashes, quotes,
+# dollars and backquotes are escaped, and then all backslashes once more, as in every value.
+as_command() {
+    if [[ $1 =~ ^[A-Za-z0-9/._+-]+$ ]]; then
+        printf '%s' "$1"
+    else
+        sed -e 's/[\\"$`]/\\&/g' -e 's/\\/\\\\/g' -e 's/%/%%/g' -e 's/.*/"&"/' <<<"$1"
+    fi
+}
+
+# make_entry COMMAND IDENTIFIER SCHEME: the entry of the menu, on stdout.
+make_entry() {
+    local line
+    while IFS= read -r line; do
+        line=${line//@identifier@/$2}
+        line=${line//@scheme@/$3}
+        case $line in
+            Exec=*) printf '%s%s%s\n' "${line%%@command@*}" "$(as_command "$1")" "${line#*@command@}" ;;
+            *) printf '%s\n' "$line" ;;
+        esac
+    done <"$root/packaging/zentaro.desktop.in"
+}
+
 install_for_user() {
     local command entry icon home scheme
     { read -r command && read -r entry && read -r icon && read -r home; } < <(installed_files)
     scheme=$(configured ZENTARO_URL_SCHEME)
     rm -rf "$home"
-    mkdir -p "$home"
+    mkdir -p "$home" "${command%/*}" "${entry%/*}" "${icon%/*}"
     cp "$root/build/release/zentaro" "$home/zentaro"
     cp -RL "$root/resources" "$home/resources"
-    mkdir -p "${command%/*}"
     ln -sf "$home/zentaro" "$command"
-    install -Dm644 "$root/packaging/icon.svg" "$icon"
-    mkdir -p "${entry%/*}"
-    # A command in quotes: backslashes, quotes, dollars and backquotes are escaped in it, and then all backslashes
-    # once more, as in every value.
-    local escaped=$home/zentaro
-    escaped=$(sed -e 's/[\\"$`]/\\&/g' -e 's/\\/\\\\/g' -e 's/%/%%/g' <<<"$escaped")
-    awk -v command="\"${escaped//\\/\\\\}\"" -v identifier="$(configured ZENTARO_BUNDLE_IDENTIFIER)" \
-        -v scheme="$scheme" '
-        function replaced(line, name, value,    at) {
-            at = index(line, name)
-            return at ? substr(line, 1, at - 1) value substr(line, at + length(name)) : line
-        }
-        { print replaced(replaced(replaced($0, "@command@", command), "@identifier@", identifier), "@scheme@", scheme) }
-    ' "$root/packaging/zentaro.desktop.in" >"$entry"
+    cp "$root/packaging/icon.svg" "$icon"
+    make_entry "$home/zentaro" "$(configured ZENTARO_BUNDLE_IDENTIFIER)" "$scheme" >"$entry"
     refresh_desktop
     xdg-mime default "${entry##*/}" "x-scheme-handler/$scheme"
-    say "installed $command; $scheme: links open it"
+    say "installed $command, which opens $scheme:// links"
     [[ :$PATH: == *:${command%/*}:* ]] || say "${command%/*} is not on your PATH"
 }
 
