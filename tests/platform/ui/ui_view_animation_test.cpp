@@ -143,18 +143,6 @@ TEST_F(UIViewAnimationTest, SetTwiceInOneBlockItRunsFromTheFirstToTheLast) {
     EXPECT_EQ(story, Story{"twice finished"});
 }
 
-TEST_F(UIViewAnimationTest, DelayHoldsTheOldPicture) {
-    fade("late", 0, 0.5, 1);
-    step(10.9);
-    EXPECT_EQ(view->presentationAlpha(), 1);
-    step(11.25);
-    EXPECT_DOUBLE_EQ(view->presentationAlpha(), 0.5);
-    step(11.4);
-    EXPECT_EQ(story, Story{});
-    step(11.5);
-    EXPECT_EQ(story, Story{"late finished"});
-}
-
 TEST_F(UIViewAnimationTest, CompletionsRunInTheOrderOfTheEndsWhateverTheStep) {
     auto other = std::make_shared<UIView>();
     auto third = std::make_shared<UIView>();
@@ -212,7 +200,7 @@ TEST_F(UIViewAnimationTest, SubviewsAreResizedAlong) {
     EXPECT_EQ(child->frame().size.width, 300);
 }
 
-TEST_F(UIViewAnimationTest, OverlayIsRepaintedWhileSomethingMovesAndOnlyThen) {
+TEST_F(UIViewAnimationTest, DelayHoldsThePictureAndOnlyWhatMovesIsRepainted) {
     auto window = std::make_shared<UIWindow>(CGRectMake(0, 0, 200, 200));
     window->addSubview(view);
     window->takeOverlayDirty();
@@ -222,9 +210,13 @@ TEST_F(UIViewAnimationTest, OverlayIsRepaintedWhileSomethingMovesAndOnlyThen) {
     EXPECT_TRUE(window->takeOverlayDirty());
     step(10.5);
     EXPECT_FALSE(window->takeOverlayDirty()) << "a delay changes nothing";
-    step(11.3);
+    EXPECT_EQ(view->presentationAlpha(), 1);
+    step(11.35);
     EXPECT_TRUE(window->takeOverlayDirty());
+    EXPECT_DOUBLE_EQ(view->presentationAlpha(), 0.5);
+    EXPECT_EQ(story, Story{});
     step(12);
+    EXPECT_EQ(story, Story{"late finished"});
     EXPECT_TRUE(window->takeOverlayDirty()) << "the end value was never painted";
     step(12.1);
     EXPECT_FALSE(window->takeOverlayDirty());
