@@ -1,7 +1,6 @@
 // Fingers injected into SDL, on their way through the window's loop to the fractal.
 // The app runs in the test's own process, in a window on a virtual display; a script plays a step a frame.
 #include <SDL.h>
-#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <gtest/gtest.h>
@@ -12,7 +11,6 @@
 #include "hosts/native/native_services.h"
 #include "main_screen/game_view_controller.h"
 #include "platform/foundation/ca_display_link.h"
-#include "tests/support/log_capture.h"
 #include "tests/support/virtual_display.h"
 
 namespace {
@@ -102,13 +100,12 @@ class DesktopFingers : public testing::Test {
     }
 
     VirtualDisplay _display;
-    LogCapture _log;
     std::vector<Step> _steps;
     std::shared_ptr<ScriptedDelegate> _delegate;
     CGRect _before;
 };
 
-TEST_F(DesktopFingers, TwoPinchAndOneIsLostWithTheFocus) {
+TEST_F(DesktopFingers, TwoPinchTheFractal) {
     then([this] { _before = bounds(); });
     slide({{1, {300, 150}, {-4, 0}}, {2, {340, 150}, {4, 0}}}, 12);
     then([] {
@@ -123,26 +120,7 @@ TEST_F(DesktopFingers, TwoPinchAndOneIsLostWithTheFocus) {
         EXPECT_NEAR(CGRectGetMidY(bounds()), CGRectGetMidY(_before), 1e-6);
         EXPECT_FALSE(screen().isMenuHiding()) << "no finger of it tapped";
     });
-    slide({{1, {200, 100}, {10, 0}}}, 10);
-    then([] {
-        SDL_Event lost{};
-        lost.type = SDL_WINDOWEVENT;
-        lost.window.event = SDL_WINDOWEVENT_FOCUS_LOST;
-        SDL_PushEvent(&lost);
-    });
-    wait(60);
-    then([this] {
-        _before = bounds();
-        finger(SDL_FINGERMOTION, 1, {500, 100});
-        finger(SDL_FINGERUP, 1, {500, 100});
-        // And events that no finger sends.
-        finger(SDL_FINGERMOTION, 9, {10, 10});
-        finger(SDL_FINGERUP, 9, {10, 10});
-    });
-    wait(2);
-    then([this] { EXPECT_EQ(bounds(), _before); });
     play();
-    EXPECT_EQ(std::ranges::count(_log.lines, "touch 10 out of order: dropped"), 2);
 }
 
 }  // namespace

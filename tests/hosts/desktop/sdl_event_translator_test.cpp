@@ -122,6 +122,7 @@ TEST_F(SdlEvents, KeysAreHeardOnceAndWithTheirTextInLowerCase) {
     const auto press = [](HostKey which, const std::string& typed, bool repeated, bool control) {
         return described(HostKeyPress{which, typed, repeated, control, 1.5});
     };
+    ASSERT_EQ(press(HostKey::backspace, "", true, true), "key control+backspace repeated 1.5");
     const auto typed = [&](const char* character) {
         return press(HostKey::character, character, false, false);
     };
