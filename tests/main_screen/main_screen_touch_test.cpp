@@ -113,19 +113,6 @@ TEST_F(MainScreenTouch, APinchedViewGlidesOnForATenthOfASecond) {
     EXPECT_NEAR(CGRectGetMidX(bounds()), CGRectGetMidX(start), 1e-12);
 }
 
-TEST_F(MainScreenTouch, TheToolbarKeepsItsTouchesAndItsWheel) {
-    const CGRect bar = screen->menuView->frame();
-    const CGPoint onBar{CGRectGetMinX(bar) + 3, CGRectGetMidY(bar)};
-    ASSERT_NE(screen->view()->hitTest(onBar), screen->view());
-    host->drag(onBar, {200, 40}, 0.1);
-    host->wheel(onBar, 3);
-    host->magnify(onBar, 2);
-    host->play(0.2);
-    EXPECT_EQ(bounds(), start);
-    host->drag({200, 40}, onBar, 0.1);
-    EXPECT_NE(bounds(), start) << "a drag may end there";
-}
-
 TEST_F(MainScreenTouch, WheelAndTrackpadZoomAboutThePointer) {
     const CGPoint pointer{80, 100};
     const CGPoint under = planeAt(pointer);

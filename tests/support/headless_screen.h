@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 #include <memory>
-#include <utility>
 
 #include "app/ios_app_delegate.h"
 #include "hosts/headless/headless_host.h"
@@ -13,11 +12,11 @@
 
 class HeadlessScreenTest : public testing::Test {
   protected:
-    void launch(HeadlessHost::Options options,
-                std::shared_ptr<iOSAppDelegate> delegate = std::make_shared<iOSAppDelegate>()) {
+    void launch(const HeadlessHost::Options& options,
+                const std::shared_ptr<iOSAppDelegate>& delegate = std::make_shared<iOSAppDelegate>()) {
         screen = nullptr;
         host = nullptr;
-        host = std::make_unique<HeadlessHost>(std::move(options), [delegate] { return delegate; });
+        host = std::make_unique<HeadlessHost>(options, [delegate] { return delegate; });
         ASSERT_TRUE(host->launch());
         screen = std::dynamic_pointer_cast<GameViewController>(delegate->window()->rootViewController());
         ASSERT_TRUE(screen);

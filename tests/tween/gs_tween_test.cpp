@@ -224,16 +224,6 @@ TEST_F(GSTweenTest, ProgressHasSinglePrecision) {
     EXPECT_EQ(eased, progress * progress);
 }
 
-TEST_F(GSTweenTest, HalfASecondOfDelayIsThirtyRefreshesAtSixtyHertz) {
-    NSRunLoop::currentRunLoop().setRefreshInterval(NSRunLoop::refreshIntervalOf(60));
-    int untilStart = 0;
-    bool started = false;
-    tween(1, {{"delay", 0.5}, {"onStart", [&] { started = true; }}});
-    for (; !started && untilStart < 100; ++untilStart)
-        frames(1);
-    EXPECT_EQ(untilStart - 1, 30);
-}
-
 class Unlinked : public GSTween {
   public:
     static std::shared_ptr<GSTween> make(std::shared_ptr<TweenTarget> target, const GSTweenParams& params) {

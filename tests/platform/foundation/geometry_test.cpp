@@ -80,20 +80,6 @@ TEST(GeometryStrings, MalformedTextIsZero) {
     EXPECT_EQ(CGSizeFromString("{1, 2"), CGSizeZero);
 }
 
-TEST(GeometryStrings, RandomDamageNeverThrows) {
-    std::mt19937 random(11);
-    const std::string alphabet = "{}, .-+e0123456789infa()\t\0x";
-    for (int i = 0; i < 20000; ++i) {
-        std::string text = "{{-0.7463, 0.1102}, {5e-3, nan(12)}}";
-        for (unsigned change = random() % 4; change > 0; --change) {
-            text[random() % text.size()] = alphabet[random() % alphabet.size()];
-        }
-        const CGRect rect = CGRectFromString(text);
-        const std::string again = NSStringFromCGRect(rect);
-        expectSameBits(CGRectFromString(again), rect, text);
-    }
-}
-
 TEST(Geometry, NullAndEmptyRectangles) {
     EXPECT_TRUE(CGRectIsNull(CGRectNull));
     EXPECT_FALSE(CGRectIsNull(CGRectZero));
