@@ -3,6 +3,7 @@
 #include <GLES2/gl2.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 
 #include "platform/foundation/random_source.h"
 #include "tests/support/headless_screen.h"
@@ -239,4 +240,32 @@ TEST_F(Pilot, SnapshotModeStepsThroughSevenPlacesAndRound) {
                                        static_cast<double>(-0.034767F - -0.034824F)))))
         << "sides are rounded to single precision";
     EXPECT_THAT(flights, IsEmpty());
+}
+
+TEST_F(Pilot, ComesHomeFromViewsThatAreNone) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const CGRect& view : {CGRectMake(nan, 0, 1, 1), CGRectMake(0, -infinity, 1, infinity),
+                               CGRectMake(0, 0, 1e300, 1e300), CGRectNull, CGRectZero}) {
+        chooseFrom(view);
+        host->play(10.1);
+        ASSERT_GE(flights.size(), 3U) << NSStringFromCGRect(view);
+        EXPECT_EQ(flights.front().to, top());
+        EXPECT_EQ(flights[2].bounce, GameViewController::Bounce::none) << NSStringFromCGRect(view);
+    }
+}
+
+TEST_F(Pilot, AResizedWindowEndsTheFlightToTheFormerShape) {
+    for (const bool paused : {false, true}) {
+        start();
+        screen->togglePilot(nullptr);
+        host->play(2);
+        if (paused) screen->togglePilot(nullptr);
+        host->resize(CGSizeMake(400, 300));
+        host->step();
+        if (paused) screen->togglePilot(nullptr);
+        host->play(6);
+        EXPECT_GE(flights.size(), 3U);
+        EXPECT_NEAR(bounds().size.width / bounds().size.height, 4.0 / 3, 1e-6);
+    }
 }
