@@ -15,10 +15,10 @@ namespace {
 
 using Subpath = JLRParsingUtilities_RouteSubpath;
 
-constexpr std::size_t mostParts = 8;
-/// The fuzzer likes what is expensive, and would do nothing else: of those only some are expanded.
-constexpr std::size_t mostCheapParts = 10;
-constexpr std::size_t oneIn = 32;
+/// The fuzzer likes what is expensive, and would do nothing else: of patterns with more parts only some are
+/// expanded.
+constexpr std::size_t mostParts = 7;
+constexpr std::size_t oneIn = 64;
 constexpr std::size_t mostBytes = std::size_t{1} << 22;
 
 std::vector<std::string> plainExpansions(const std::vector<Subpath>& subpaths) {
@@ -42,7 +42,7 @@ std::vector<std::string> plainExpansions(const std::vector<Subpath>& subpaths) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string pattern(data, data + size);
     const auto subpaths = JLRParsingUtilities::_routeSubpathsForPattern(pattern);
-    if (subpaths.size() > mostCheapParts && JLRParsingUtilities::canExpandPattern(pattern) &&
+    if (subpaths.size() > mostParts && JLRParsingUtilities::canExpandPattern(pattern) &&
         std::hash<std::string>{}(pattern) % oneIn != 0)
         return 0;
     auto expansions = JLRParsingUtilities::expandOptionalRoutePatternsForPattern(pattern);

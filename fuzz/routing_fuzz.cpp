@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::ptrdiff_t mostParts = 5;
+constexpr std::ptrdiff_t mostParts = 3;
 
 void checkMatch(const std::string& pattern, const NSURL& url, JLRRouteRequestOptions options) {
     const JLRRouteRequest request(url, options);
