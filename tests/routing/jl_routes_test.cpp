@@ -115,6 +115,9 @@ TEST_F(JLRoutesTest, ASchemeHasItsRegistry) {
 
     app->setShouldFallbackToGlobalRoutes(true);
     global->setShouldFallbackToGlobalRoutes(true);
+    calls.clear();
+    EXPECT_TRUE(app->canRouteURL(url("app:/only")));
+    EXPECT_THAT(calls, IsEmpty());
     EXPECT_TRUE(JLRoutes::Class::routeURL(url("app:/only"), JLRRouteParameters{{"mine", true}}));
     EXPECT_EQ(parameters["JLRouteScheme"], JLRRouteValue("JLRoutesGlobalRoutesScheme"));
     EXPECT_EQ(parameters["mine"], JLRRouteValue(true));
@@ -177,6 +180,7 @@ TEST_F(JLRoutesTest, AHandlerMayChangeTheRoutes) {
     });
     app->addRoute("/a", [this, weak, owned](const JLRRouteParameters&) {
         calls.push_back("first");
+        weak.lock()->removeRouteWithPattern("/a");
         weak.lock()->removeAllRoutes();
         weak.lock()->addRoute("/a", 9, handler("added"));
         JLRoutes::unregisterAllRouteSchemes();
