@@ -45,7 +45,8 @@ class DesktopProgram : public testing::Test {
                 // The leak check stops all threads, and fails while the drivers' own come and go; leaks of
                 // the app are found by the headless tests.
                 {"LSAN_OPTIONS", "detect_leaks=0"},
-                {"XDG_CONFIG_HOME", _folder.file("config")}};
+                {"XDG_CONFIG_HOME", _folder.file("config")},
+                {"XDG_RUNTIME_DIR", _folder.file("")}};
     }
     std::string settingsFile() const { return _folder.file("config/zentaro/settings.json"); }
 
@@ -288,6 +289,38 @@ TEST_F(DesktopProgram, WithoutOpenGLItSaysSo) {
     // The drivers have their own say before; ours is one line.
     EXPECT_THAT(program.err(), HasSubstr("\nzentaro: Failed to create ES context: "));
     EXPECT_THAT(program.err(), Not(HasSubstr("GLSL")));
+}
+
+TEST_F(DesktopProgram, ASecondStartHandsItsLinkToTheFirst) {
+    start({"/julia/-1/-1/1/1"});
+    EXPECT_THAT(_program->err(), HasSubstr("Setting launch rect: {{-1, -1}, {2, 2}}"));
+    const auto open = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), ZENTARO_EXECUTABLE);
+        return std::make_unique<ChildProcess>(words, environment());
+    };
+    const auto second = open({"http://zentaro.example/mandelbrot/-0.5/0/0.5/1"});
+    EXPECT_EQ(second->wait(kPatience), 0);
+    EXPECT_EQ(second->out() + second->err(), "");
+    EXPECT_TRUE(_program->waitForText("Setting launch rect: {{-0.5, 0}, {1, 1}}", kPatience));
+    EXPECT_TRUE(settingsSay("\"fractalType\": 1"));
+
+    EXPECT_TRUE(open({"--new", "--verbose", "/julia/0/0/1/1"})->waitForText("first frame", kPatience));
+    _program->signal(SIGSTOP);
+    const auto impatient = open({"--verbose", "/julia/0/0/1/1"});
+    EXPECT_TRUE(impatient->waitForText("first frame", kPatience));
+    EXPECT_THAT(impatient->err(), HasSubstr("the app that runs does not answer"));
+    _program->signal(SIGCONT);
+}
+
+TEST_F(DesktopProgram, LinksAreCopiedAndPasted) {
+    start({"/julia/-1/-1/1/1"});
+    key("ctrl+c");
+    key("f");
+    EXPECT_TRUE(settingsSay("\"fractalType\": 1"));
+    key("0");
+    key("ctrl+v");
+    EXPECT_TRUE(_program->waitForText("Setting launch rect: {{-1.7777", kPatience));
+    EXPECT_TRUE(settingsSay("\"fractalType\": 2"));
 }
 
 }  // namespace

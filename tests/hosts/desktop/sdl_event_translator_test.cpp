@@ -148,6 +148,17 @@ TEST_F(SdlEvents, KeysAreHeardOnceAndWithTheirTextInLowerCase) {
         EXPECT_EQ(heard(rows[i].first), rows[i].second) << "row " << i;
 }
 
+TEST_F(SdlEvents, DroppedTextIsALinkAndDroppedFilesAreNone) {
+    SDL_Event drop = ofType(SDL_DROPTEXT);
+    std::string text = "zentaro://julia/0/0/1/1";
+    drop.drop.file = text.data();
+    EXPECT_EQ(heard(drop), "link zentaro://julia/0/0/1/1");
+    drop.type = SDL_DROPFILE;
+    EXPECT_EQ(heard(drop), "");
+    drop = ofType(SDL_DROPTEXT);
+    EXPECT_EQ(heard(drop), "");
+}
+
 TEST_F(SdlEvents, TheWindowsLife) {
     const struct {
         SDL_Event event;
