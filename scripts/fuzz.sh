@@ -1,5 +1,5 @@
 # The fuzz targets of ./test: built once by clang, run side by side, one check each.
-# What a run learns stays in build/fuzz/found, so that the next one goes on from there and from the kept seeds.
+# Every run starts from the kept seeds alone: to replay what former ones learned would take its whole time.
 # shellcheck shell=bash
 
 FUZZ_SECONDS=30
@@ -12,10 +12,10 @@ build_fuzzers() { configure fuzz && build fuzz fuzzers; }
 fuzz_one() {
     local name=$1 folder=$root/build/fuzz/runs/$1
     rm -rf "$folder"
-    mkdir -p "$folder" "$root/build/fuzz/found/$name"
+    mkdir -p "$folder/found"
     "$root/build/fuzz/fuzz/${name}_fuzz" -max_total_time="$FUZZ_SECONDS" -timeout=10 -print_final_stats=1 \
         -dict="$root/fuzz/words.dict" -exact_artifact_path="$folder/input" \
-        "$root/build/fuzz/found/$name" "$root/fuzz/corpus/$name" >"$folder/log" 2>&1 && touch "$folder/clean"
+        "$folder/found" "$root/fuzz/corpus/$name" >"$folder/log" 2>&1 && touch "$folder/clean"
 }
 
 run_fuzzers() {
