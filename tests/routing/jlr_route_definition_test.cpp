@@ -108,6 +108,7 @@ TEST(JLRRouteDefinition, MatchesComponentByComponent) {
                  {"/:/:#", "/x/y", {{{":", "x"}, {"#", "y"}}}},
                  {"/:a", "/", {{{"a", ""}}}},
                  {"/:a/:b", "/%FF/%00", {{{"b", std::string("\0", 1)}}}},
+                 {"/:a/:a", "/x/%FF", {JLRRouteParameters{}}},
                  {"/:a", "/a%20b+c%2B", {{{"a", "a b c "}}}}};
     for (const auto& each : cases) {
         SCOPED_TRACE(std::string(each.pattern) + " against " + each.url);
