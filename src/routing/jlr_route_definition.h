@@ -33,6 +33,7 @@ class JLRRouteDefinition {
     JLRRouteDefinition(const JLRRouteDefinition&) = default;
     JLRRouteDefinition& operator=(const JLRRouteDefinition&) = delete;
     virtual ~JLRRouteDefinition() = default;
+    /// Of the same class: derived classes answer one of theirs.
     virtual std::shared_ptr<JLRRouteDefinition> copy() const;
 
     /// Nothing before the registration.
