@@ -4,19 +4,18 @@
 #include <GLES2/gl2.h>
 #include <SDL.h>
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
 #include <memory>
-#include <new>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/ios_app_delegate.h"
+#include "bench/counted_allocations.h"
 #include "hosts/desktop/desktop_host.h"
 #include "hosts/headless/headless_host.h"
 #include "hosts/native/native_services.h"
@@ -34,8 +33,6 @@ using Clock = std::chrono::steady_clock;
 double milliseconds(Clock::time_point from, Clock::time_point to) {
     return std::chrono::duration<double, std::milli>(to - from).count();
 }
-
-std::atomic<int64_t> allocations{0};
 
 /// The stations of the frame under way.
 struct Stations {
@@ -89,18 +86,6 @@ Function* next(const char* name) {
 }  // namespace
 
 // Intercepted: every caller in this program comes by here, then goes on to the library.
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 extern "C" {
 

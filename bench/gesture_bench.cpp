@@ -2,16 +2,14 @@
 // the recognisers of the real main screen and its actions, against the bare arithmetic of a drag.
 // Medians of interleaved runs in one process; a move must allocate nothing.
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <vector>
 
 #include "app/ios_app_delegate.h"
+#include "bench/counted_allocations.h"
 #include "hosts/headless/headless_host.h"
 #include "platform/foundation/ns_log.h"
 
@@ -23,8 +21,6 @@ constexpr double kFrameNanoseconds = 1e9 / 60;
 /// What ten fingers do in a frame on a screen that reports each 240 times a second.
 constexpr int kEventsAFrame = 40;
 constexpr double kMostOfAFrame = 2e-3;
-
-std::atomic<int64_t> allocations{0};
 
 template <typename Event>
 double timeOf(const Event& event) {
@@ -120,18 +116,6 @@ bool report(const Kind& kind, double bare) {
 }
 
 }  // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 int main() {
     NSLogSetSink([](std::string_view) {});

@@ -4,16 +4,15 @@
 // and time stamps are taken.
 #include <GLES2/gl2.h>
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <memory>
-#include <new>
 #include <vector>
 
 #include "app/ios_app_delegate.h"
+#include "bench/counted_allocations.h"
 #include "hosts/headless/headless_host.h"
 #include "main_screen/game_view_controller.h"
 #include "main_screen/target_search.h"
@@ -34,7 +33,6 @@ double milliseconds(Clock::time_point from, Clock::time_point to) {
     return std::chrono::duration<double, std::milli>(to - from).count();
 }
 
-std::atomic<int64_t> allocations{0};
 /// The last glFinish and the last glReadPixels that ended.
 Clock::time_point drawn;
 Clock::time_point readBack;
@@ -45,18 +43,6 @@ Function* next(const char* name) {
 }
 
 }  // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 extern "C" {
 

@@ -6,11 +6,10 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <vector>
 
+#include "bench/counted_allocations.h"
 #include "platform/foundation/ca_display_link.h"
 #include "platform/foundation/geometry.h"
 #include "platform/foundation/key_value.h"
@@ -23,8 +22,6 @@ constexpr int kRuns = 21;
 constexpr int kSteps = 200000;
 constexpr double kFrameNanoseconds = 1e9 / 60;
 constexpr double kMostOfAFrame = 1e-4;
-
-std::atomic<int64_t> allocations{0};
 
 class Plane : public KeyValueCoding {
   public:
@@ -70,18 +67,6 @@ void stepPlainly(Plane& plane, int i) {
 }
 
 }  // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 int main() {
     const auto moved = std::make_shared<Plane>();
