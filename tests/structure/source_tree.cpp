@@ -108,7 +108,7 @@ bool isSource(const fs::path& file) {
 
 std::vector<fs::path> sourceFiles(const fs::path& root) {
     std::vector<fs::path> files;
-    for (const char* folder : {"src", "tests", "bench", "resources"}) {
+    for (const char* folder : {"src", "tests", "bench", "fuzz", "resources"}) {
         if (!fs::is_directory(root / folder)) {
             continue;
         }
