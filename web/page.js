@@ -1,0 +1,148 @@
+// The page around the app: loads it, tells it what happens to the page, and does what it asks of the browser.
+// The app finds all of that as Module.page, which is complete before its own script arrives.
+import {appRuns, attachApp, callApp, detachApp} from './app.js';
+import {cancelPointers, watchInput} from './input.js';
+import {openFirstLink, setClipboardText, viewSettled, watchLinks} from './links.js';
+import {showMirror} from './mirror.js';
+import {isFullscreen, keepAwake, screenSize, setFullscreen, tellScreen, watchScreen} from './screen.js';
+import {handedOver, keepOffline} from './updates.js';
+
+const stage = document.getElementById('stage');
+const canvas = document.getElementById('screen');
+const sorry = document.getElementById('sorry');
+const lessMotion = matchMedia('(prefers-reduced-motion: reduce)');
+let greeted = false;
+
+const page = {
+    width: () => screenSize().width,
+    height: () => screenSize().height,
+    scale: () => screenSize().scale,
+    host: () => location.host,
+    viewSettled,
+    mirror: showMirror,
+    setClipboardText,
+    setFullscreen: (wanted) => setFullscreen(Boolean(wanted)),
+    isFullscreen,
+    keepAwake: (wanted) => keepAwake(Boolean(wanted)),
+    started,
+    failed,
+};
+
+/** The first frame is on the screen. */
+function started() {
+    performance.mark('first frame');
+    document.documentElement.classList.add('started');
+    greet();
+    keepOffline();
+}
+
+/** In the place of the app, for good. `sentence` replaces the one about WebGL and WebAssembly. */
+function apologise(sentence) {
+    detachApp();
+    stage.hidden = true;
+    if (sentence) sorry.querySelector('p').textContent = sentence;
+    sorry.hidden = false;
+}
+
+/** The app cannot draw here; why is for developers. */
+function failed(reason) {
+    console.info(`zentaro: ${reason}`);
+    apologise();
+}
+
+function broke() {
+    apologise('Zentaro has stumbled over a fault of its own: please load the page again.');
+}
+
+function couldNotLoad(error) {
+    console.info(`zentaro: ${error}`);
+    apologise('Zentaro could not be loaded: please try again when the network is back.');
+}
+
+/** What the app must know before its first frame: it shows the view of the address, not the top for a moment. */
+function greet() {
+    if (greeted) return;
+    greeted = true;
+    tellScreen();
+    if (lessMotion.matches) callApp('zentaroReduceMotion', 1);
+    if (document.hidden) callApp('zentaroVisibility', 0);
+    openFirstLink();
+}
+
+function tellVisibility() {
+    if (document.hidden) cancelPointers();
+    callApp('zentaroVisibility', document.hidden ? 0 : 1);
+}
+
+function watchLife() {
+    document.addEventListener('visibilitychange', tellVisibility);
+    addEventListener('pageshow', (event) => event.persisted && tellVisibility());
+    addEventListener('pagehide', (event) => event.persisted || callApp('zentaroTerminate'));
+    addEventListener('focus', () => callApp('zentaroActive', 1));
+    addEventListener('blur', () => callApp('zentaroActive', 0));
+    lessMotion.addEventListener('change', () => callApp('zentaroReduceMotion', lessMotion.matches ? 1 : 0));
+    // Only a loss whose default is prevented is ever followed by a restoration.
+    canvas.addEventListener('webglcontextlost', (event) => {
+        event.preventDefault();
+        callApp('zentaroContextLost');
+    });
+    canvas.addEventListener('webglcontextrestored', () => callApp('zentaroContextRestored'));
+    // Faults in frames, which no caller of ours sees.
+    addEventListener('error', (event) => {
+        if (appRuns() && event.error instanceof WebAssembly.RuntimeError) broke();
+    });
+}
+
+/** Compiled while it arrives, or afterwards where the server calls it something else than WebAssembly. */
+async function compile() {
+    const response = await fetch('/zentaro.wasm');
+    if (!response.ok) throw new Error(`zentaro.wasm: status ${response.status}`);
+    const isNamed = (response.headers.get('Content-Type') ?? '').startsWith('application/wasm');
+    return isNamed && WebAssembly.compileStreaming
+        ? WebAssembly.compileStreaming(response)
+        : WebAssembly.compile(await response.arrayBuffer());
+}
+
+/** Compilation begins now, beside the script's loading. */
+function makeModule() {
+    const compiled = compile();
+    compiled.catch(() => {});
+    const module = {
+        page,
+        canvas,
+        print: (line) => console.log(line),
+        printErr: (line) => console.info(line),
+        instantiateWasm(imports, receive) {
+            compiled.then(async (code) => receive(await WebAssembly.instantiate(code, imports), code))
+                .catch(couldNotLoad);
+            return {};
+        },
+        onRuntimeInitialized: () => attachApp(module, broke),
+        postRun: greet,
+        onAbort: broke,
+    };
+    return module;
+}
+
+function loadScript() {
+    const script = document.createElement('script');
+    script.src = '/zentaro.js';
+    script.addEventListener('error', () => couldNotLoad('zentaro.js did not arrive'));
+    document.head.append(script);
+}
+
+async function start() {
+    if (typeof WebAssembly !== 'object' || typeof WebGLRenderingContext !== 'function') {
+        failed('no WebGL or no WebAssembly');
+        return;
+    }
+    if (await handedOver()) return;
+    watchScreen();
+    watchInput();
+    watchLinks();
+    watchLife();
+    globalThis.Module = makeModule();
+    loadScript();
+}
+
+start();

@@ -1,0 +1,143 @@
+// The screen: its size in points and pixels, how the app is turned in it, full screen and what keeps it awake.
+// The app is always in landscape; on a phone held upright it lies turned, and only this file knows.
+import {callApp} from './app.js';
+
+const stage = document.getElementById('stage');
+const canvas = document.getElementById('screen');
+const insetProbe = document.getElementById('insets');
+const touchFirst = matchMedia('(pointer: coarse)');
+
+const present = {width: 0, height: 0, scale: 1, turned: false};
+let awakeWanted = false;
+let awake = null;
+let scaleQuery = null;
+
+export const screenSize = () => present;
+
+/** A place of the browser's window, in points of the app. */
+export function appPoint(clientX, clientY) {
+    return present.turned ? {x: clientY, y: present.height - clientX} : {x: clientX, y: clientY};
+}
+
+/** The safe area's distances from the app's own edges. */
+function safeInsets() {
+    const style = getComputedStyle(insetProbe);
+    const [top, right, bottom, left] = ['Top', 'Right', 'Bottom', 'Left'].map(
+        (side) => parseFloat(style['padding' + side]) || 0);
+    return present.turned ? [right, bottom, left, top] : [top, right, bottom, left];
+}
+
+/** UIDeviceOrientation's numbers. */
+function deviceOrientation() {
+    const names = ['', 'portrait-primary', 'portrait-secondary', 'landscape-primary', 'landscape-secondary'];
+    return Math.max(0, names.indexOf(screen.orientation?.type ?? ''));
+}
+
+function measure() {
+    const width = Math.max(1, innerWidth);
+    const height = Math.max(1, innerHeight);
+    present.turned = touchFirst.matches && height > width;
+    present.width = present.turned ? height : width;
+    present.height = present.turned ? width : height;
+    present.scale = devicePixelRatio || 1;
+}
+
+/** Its style is set as properties: the policy forbids style attributes. */
+function layOut() {
+    const pixels = [present.width, present.height].map((points) => Math.max(1, Math.round(points * present.scale)));
+    // Setting a size empties the canvas, even the size that it has.
+    if (canvas.width !== pixels[0]) canvas.width = pixels[0];
+    if (canvas.height !== pixels[1]) canvas.height = pixels[1];
+    stage.style.width = present.width + 'px';
+    stage.style.height = present.height + 'px';
+    stage.style.transform = present.turned ? `translateX(${present.height}px) rotate(90deg)` : '';
+}
+
+function tellApp() {
+    callApp('zentaroInsets', ...safeInsets());
+    callApp('zentaroResize', present.width, present.height, present.scale);
+}
+
+/** Runs before the frame's own callbacks, so that the emptied canvas is drawn before anybody sees it. */
+function resized() {
+    const before = JSON.stringify(present);
+    measure();
+    layOut();
+    watchScale();
+    if (JSON.stringify(present) !== before) tellApp();
+}
+
+/** Zooming and moving to another display change the pixels per point. */
+function watchScale() {
+    scaleQuery?.removeEventListener('change', resized);
+    scaleQuery = matchMedia(`(resolution: ${devicePixelRatio}dppx)`);
+    scaleQuery.addEventListener('change', resized);
+}
+
+export function watchScreen() {
+    measure();
+    layOut();
+    watchScale();
+    addEventListener('resize', resized);
+    touchFirst.addEventListener('change', resized);
+    screen.orientation?.addEventListener?.('change', () => {
+        resized();
+        callApp('zentaroInsets', ...safeInsets());
+        callApp('zentaroOrientation', deviceOrientation());
+    });
+    document.addEventListener('fullscreenchange', holdLandscape);
+    document.addEventListener('visibilitychange', stayAwake);
+    holdLandscape();
+}
+
+/** What the app is told of the screen as soon as it runs. */
+export function tellScreen() {
+    callApp('zentaroInsets', ...safeInsets());
+    callApp('zentaroOrientation', deviceOrientation());
+}
+
+const ignoreRefusal = () => {};
+
+/** Browsers allow this in full screen and in installed apps, some of them never. */
+function holdLandscape() {
+    try {
+        screen.orientation?.lock?.('landscape').catch(ignoreRefusal);
+    } catch {
+        // Older ones throw where newer ones answer with a refusal.
+    }
+}
+
+const fullscreenElement = () => document.fullscreenElement ?? document.webkitFullscreenElement ?? null;
+
+export const isFullscreen = () => fullscreenElement() !== null;
+
+export function setFullscreen(wanted) {
+    if (wanted === isFullscreen()) return;
+    const page = document.documentElement;
+    const enter = page.requestFullscreen ?? page.webkitRequestFullscreen;
+    const leave = document.exitFullscreen ?? document.webkitExitFullscreen;
+    const done = wanted ? enter?.call(page, {navigationUI: 'hide'}) : leave?.call(document);
+    done?.catch?.(ignoreRefusal);
+}
+
+export function keepAwake(wanted) {
+    awakeWanted = wanted;
+    stayAwake();
+}
+
+/** The browser takes the lock away whenever the page is hidden. */
+async function stayAwake() {
+    if (!awakeWanted) {
+        const held = awake;
+        awake = null;
+        await held?.release().catch(ignoreRefusal);
+        return;
+    }
+    if (document.visibilityState !== 'visible' || (awake && !awake.released)) return;
+    try {
+        awake = (await navigator.wakeLock?.request('screen')) ?? null;
+        if (!awakeWanted) stayAwake();
+    } catch {
+        awake = null;
+    }
+}
