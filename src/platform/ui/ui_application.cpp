@@ -116,20 +116,21 @@ void UIApplication::resize(const HostResize& event) {
     shown->overlayNeedsDisplay();
 }
 
-void UIApplication::pressKey(const HostKeyPress& press) {
+bool UIApplication::pressKey(const HostKeyPress& press) {
     const auto shown = window();
     const auto top = shown ? shown->topViewController() : nullptr;
-    if (top) top->keyPressed(press);
+    return top && top->keyPressed(press);
 }
 
 struct UIApplication::EventHandler {
     UIApplication& app;
+    bool& used;
 
     void operator()(const HostTouch& touch) const {
         const auto shown = app.window();
         if (shown && app._visible) shown->sendTouch(touch);
     }
-    void operator()(const HostKeyPress& press) const { app.pressKey(press); }
+    void operator()(const HostKeyPress& press) const { used = app.pressKey(press); }
     void operator()(const HostWheel& wheel) const {
         const auto shown = app.window();
         if (shown && app._visible) shown->sendWheel(wheel);
@@ -177,9 +178,11 @@ struct UIApplication::EventHandler {
     }
 };
 
-void UIApplication::handle(const HostEvent& event) {
+bool UIApplication::handle(const HostEvent& event) {
     if (_eventObserver) _eventObserver(event);
-    std::visit(EventHandler{*this}, event);
+    bool used = true;
+    std::visit(EventHandler{*this, used}, event);
+    return used;
 }
 
 void UIApplication::advanceClock(HostTime time) {

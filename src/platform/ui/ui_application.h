@@ -59,7 +59,8 @@ class UIApplication {
 
     /// Starts the delegate and makes the app active. NO if the delegate refused.
     bool launch();
-    void handle(const HostEvent& event);
+    /// NO for a key press that nothing answered: the host may give it a meaning of its own.
+    bool handle(const HostEvent& event);
     /// Sees every event before it is handled; an empty function sees none.
     void setEventObserver(std::function<void(const HostEvent&)> observer) {
         _eventObserver = std::move(observer);
@@ -108,7 +109,7 @@ class UIApplication {
     void setVisible(bool visible);
     void terminate();
     void resize(const HostResize& event);
-    void pressKey(const HostKeyPress& press);
+    bool pressKey(const HostKeyPress& press);
     std::shared_ptr<UIWindow> window() const;
 
     bool _launched = false;

@@ -131,6 +131,19 @@ void UIButton::touchesEnded(const UITouches& touches, const UIEvent&) {
     action();
 }
 
+const std::string& UIButton::accessibilityLabel() const {
+    const std::string& own = UIView::accessibilityLabel();
+    return own.empty() ? _title : own;
+}
+
+bool UIButton::accessibilityActivate() {
+    if (!_action) return false;
+    flash();
+    const auto action = _action;
+    action();
+    return true;
+}
+
 void UIButton::touchesCancelled(const UITouches& touches, const UIEvent&) {
     bool inside = false;
     if (!holdsFinger(touches, &inside)) return;

@@ -51,6 +51,11 @@ void UILabel::drawRect(Canvas& canvas, CGRect bounds) {
                     singleLine);
 }
 
+const std::string& UILabel::accessibilityLabel() const {
+    const std::string& own = UIView::accessibilityLabel();
+    return own.empty() ? _text : own;
+}
+
 void UIImageView::setImage(UIImageRef image) {
     _image = std::move(image);
     setNeedsDisplay();

@@ -22,6 +22,9 @@ class UILabel : public UIView {
     void sizeToFit();
     void drawRect(Canvas& canvas, CGRect bounds) override;
     bool drawsContent() const override { return !_text.empty(); }
+    /// The text, unless it was given another.
+    const std::string& accessibilityLabel() const override;
+    UIAccessibilityTraits accessibilityTraits() const override { return UIAccessibilityTraitStaticText; }
 
   private:
     std::string _text;
@@ -61,6 +64,10 @@ class UIButton : public UIView {
     bool swallowsTouches() const override { return true; }
     void layoutSubviews() override;
     void drawRect(Canvas& canvas, CGRect bounds) override;
+    /// The title, unless it was given another.
+    const std::string& accessibilityLabel() const override;
+    UIAccessibilityTraits accessibilityTraits() const override { return UIAccessibilityTraitButton; }
+    bool accessibilityActivate() override;
     void touchesBegan(const UITouches& touches, const UIEvent& event) override;
     void touchesMoved(const UITouches& touches, const UIEvent& event) override;
     void touchesEnded(const UITouches& touches, const UIEvent& event) override;

@@ -14,9 +14,6 @@
 
 namespace {
 
-/// Below this a view answers no touches.
-constexpr double minimumTouchableAlpha = 0.01;
-
 /// Where an interval lies after its container grew by `growth`. The flexible ones of margin before, length
 /// and margin after share the growth in proportion to their sizes, or evenly where they have none.
 void resizeAxis(CGFloat& origin, CGFloat& length, CGFloat container, CGFloat growth, const bool flexible[3]) {
@@ -108,6 +105,12 @@ void UIView::setBackgroundColor(UIColor color) {
 
 void UIView::setCornerRadius(double radius) {
     _cornerRadius = radius;
+    setNeedsDisplay();
+}
+
+void UIView::setAccessibilityLabel(std::string label) {
+    if (label == _accessibilityLabel) return;
+    _accessibilityLabel = std::move(label);
     setNeedsDisplay();
 }
 
@@ -225,6 +228,10 @@ void UIView::animateWithSpring(double duration, double delay, double dampingRati
     const bool current = (options & UIViewAnimationOptionBeginFromCurrentState) != 0;
     const SpringCurve spring(dampingRatio, initialVelocity, duration);
     runBlock({duration, delay, current, spring}, animations, std::move(completion));
+}
+
+void UIView::setAnimationsEnabled(bool enabled) {
+    ViewAnimator::shared().setEnabled(enabled);
 }
 
 KeyValueTable UIView::makeKeyValueTable() {

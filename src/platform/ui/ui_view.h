@@ -33,6 +33,13 @@ enum UIViewAnimationOptions : uint32_t {
     UIViewAnimationOptionBeginFromCurrentState = 4,
 };
 
+/// What screen readers take a view for; none for one that only has others in it.
+enum UIAccessibilityTraits : uint32_t {
+    UIAccessibilityTraitNone = 0,
+    UIAccessibilityTraitButton = 1,
+    UIAccessibilityTraitStaticText = 64,
+};
+
 class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
   public:
     using Completion = std::function<void(bool finished)>;
@@ -47,6 +54,8 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     void setFrame(CGRect frame);
     CGRect bounds() const { return {CGPointZero, _frame.size}; }
     double alpha() const { return _alpha; }
+    /// Below this opacity a view answers no touches.
+    static constexpr double minimumTouchableAlpha = 0.01;
     /// 0 to 1. Inside an animation block the change is animated; outside, a running animation of it ends
     /// unfinished.
     void setAlpha(double alpha);
@@ -63,8 +72,12 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     /// it. Controls and bars answer YES, so that pressing them moves nothing behind them.
     virtual bool swallowsTouches() const { return false; }
     void setAutoresizingMask(uint32_t mask) { _autoresizingMask = mask; }
-    const std::string& accessibilityLabel() const { return _accessibilityLabel; }
-    void setAccessibilityLabel(std::string label) { _accessibilityLabel = std::move(label); }
+    /// Empty for a view that screen readers pass over.
+    virtual const std::string& accessibilityLabel() const { return _accessibilityLabel; }
+    void setAccessibilityLabel(std::string label);
+    virtual UIAccessibilityTraits accessibilityTraits() const { return UIAccessibilityTraitNone; }
+    /// Does what a tap on the view does. NO if that is nothing.
+    virtual bool accessibilityActivate() { return false; }
 
     /// The opacity on screen now, animations included.
     double presentationAlpha() const;
@@ -122,6 +135,8 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     static void animateWithSpring(double duration, double delay, double dampingRatio, double initialVelocity,
                                   uint32_t options, const std::function<void()>& animations,
                                   Completion completion = {});
+    /// NO: the changes of animation blocks that come are on screen at once, for who is made dizzy by motion.
+    static void setAnimationsEnabled(bool enabled);
 
   protected:
     KeyValueTable makeKeyValueTable() override;

@@ -73,8 +73,8 @@ void ViewAnimator::reset() {
 }
 
 void ViewAnimator::beginBlock(Timing timing, Completion completion) {
-    timing.duration = timing.duration > 0 ? timing.duration : 0;
-    timing.delay = timing.delay > 0 ? timing.delay : 0;
+    timing.duration = _enabled && timing.duration > 0 ? timing.duration : 0;
+    timing.delay = _enabled && timing.delay > 0 ? timing.delay : 0;
     _openBlocks.push_back({timing, std::move(completion), _now, {}, {}});
 }
 
@@ -93,7 +93,7 @@ void ViewAnimator::frameChanges(UIView& view, CGRect from, CGRect to) {
 
 void ViewAnimator::valueChanges(UIView& view, Property property, CGRect from, CGRect to) {
     const auto isThis = [&](const Track& t) { return t.view == &view && t.property == property; };
-    if (_openBlocks.empty()) return dropTracks(isThis);
+    if (_openBlocks.empty() || !_enabled) return dropTracks(isThis);
 
     std::vector<Track>& own = _openBlocks.back().tracks;
     if (const auto again = std::find_if(own.begin(), own.end(), isThis); again != own.end()) {

@@ -38,6 +38,9 @@ class ViewAnimator {
     void beginBlock(Timing timing, Completion completion);
     void endBlock();
 
+    /// NO: blocks that come last no time and move nothing; their completions still follow with the next step.
+    void setEnabled(bool enabled) { _enabled = enabled; }
+
     /// A view is about to change a value; the track that ran on it so far ends here.
     void alphaChanges(UIView& view, double from, double to);
     void frameChanges(UIView& view, CGRect from, CGRect to);
@@ -75,6 +78,7 @@ class ViewAnimator {
     void dropTracks(Predicate predicate);
     std::vector<Animation> takeEnded();
 
+    bool _enabled = true;
     std::optional<double> _now;
     std::vector<Animation> _animations;
     /// The blocks that run now, the innermost last.
