@@ -46,7 +46,7 @@ class DesktopProgram : public testing::Test {
                 // the app are found by the headless tests.
                 {"LSAN_OPTIONS", "detect_leaks=0"},
                 {"XDG_CONFIG_HOME", _folder.file("config")},
-                {"XDG_RUNTIME_DIR", _folder.file("")}};
+                {"XDG_RUNTIME_DIR", _runtime.file("")}};
     }
     std::string settingsFile() const { return _folder.file("config/zentaro/settings.json"); }
 
@@ -119,6 +119,7 @@ class DesktopProgram : public testing::Test {
 
     VirtualDisplay _display;
     TemporaryFolder _folder;
+    TemporaryFolder _runtime;
     std::unique_ptr<ChildProcess> _windowManager;
     std::unique_ptr<ChildProcess> _program;
     std::string _window;
