@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Puts the page around the web build: site.sh FOLDER, which holds zentaro.js and zentaro.wasm already.
-# Run by the build, so that the folder is whole, with the icons drawn and the service worker named after what it keeps.
+# Run by the build: the icons are drawn, and the service worker's store is named after what it keeps.
 set -euo pipefail
 
 root=$(dirname -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")")
@@ -10,7 +10,7 @@ site=$1
 icon() {
     local name=$1 size=$2
     shift 2
-    rsvg-convert --width "$size" --height "$size" "$@" "$root/packaging/icon.svg" --output "$site/icons/$name.png"
+    rsvg-convert --width "$size" --height "$size" "$@" --output "$site/icons/$name.png" "$root/packaging/icon.svg"
 }
 
 mkdir -p "$site/icons"

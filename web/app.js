@@ -14,8 +14,6 @@ export function detachApp() {
     runtime = null;
 }
 
-export const appRuns = () => runtime !== null;
-
 /** Calls the app's `name` with numbers, and texts where a string is given; 0 while there is no app. */
 export function callApp(name, ...values) {
     if (!runtime || !runtime['_' + name]) return 0;

@@ -92,7 +92,8 @@ function gesture(event) {
 /** Tab walks through the mirror, whose buttons take Enter and Space; pasting comes as an event of its own. */
 function isBrowsers(event, control) {
     const atButton = event.target instanceof HTMLButtonElement;
-    return event.isComposing || event.key === 'Tab' || (atButton && (event.key === 'Enter' || event.key === ' ')) ||
+    return event.isComposing || event.key === 'Tab' ||
+        (atButton && (event.key === 'Enter' || event.key === ' ')) ||
         (control && event.key.toLowerCase() === 'v');
 }
 
@@ -111,8 +112,10 @@ export function watchInput() {
     stage.addEventListener('pointercancel', pointerLost);
     stage.addEventListener('lostpointercapture', pointerLost);
     stage.addEventListener('wheel', wheel, {passive: false});
-    for (const type of ['gesturestart', 'gesturechange', 'gestureend']) document.addEventListener(type, gesture);
-    // Without their defaults there is no double-tap zoom, no callout, no selection and no mouse made of fingers.
+    for (const type of ['gesturestart', 'gesturechange', 'gestureend']) {
+        document.addEventListener(type, gesture);
+    }
+    // Without their defaults: no double-tap zoom, no callout, no selection, no mouse made of fingers.
     for (const type of ['touchstart', 'touchmove', 'touchend', 'mousedown']) {
         stage.addEventListener(type, suppress, {passive: false});
     }

@@ -18,7 +18,7 @@ function openLink(text) {
     callApp('zentaroOpenLink', text.slice(0, longestLink));
 }
 
-/** Whatever the address says instead, query and fragment included, is replaced by the path of what is shown. */
+/** Whatever the address says instead, query and fragment included, gives way to the path of what is shown. */
 function writeAddress() {
     timer = 0;
     const adds = performance.now() - openedAt < answerTime;
@@ -63,10 +63,12 @@ function linkArrived(event, text) {
     openLink(text);
 }
 
-const droppedText = (data) => data.getData('text/uri-list').split(/\r?\n/).find((line) => line && line[0] !== '#') ??
-    data.getData('text/plain');
+function droppedText(data) {
+    const addresses = data.getData('text/uri-list').split(/\r?\n/).filter((line) => line && line[0] !== '#');
+    return addresses[0] ?? data.getData('text/plain');
+}
 
-/** Without the clipboard's own interface (pages that are not secure have none) a copy event carries the text. */
+/** Pages that are not secure have no interface to the clipboard; there a copy event carries the text. */
 function copyByEvent(text) {
     copying = text;
     document.execCommand('copy');
@@ -82,7 +84,7 @@ export function watchLinks() {
     addEventListener('popstate', addressChanged);
     addEventListener('paste', (event) => linkArrived(event, event.clipboardData?.getData('text/plain')));
     addEventListener('dragover', (event) => event.preventDefault());
-    addEventListener('drop', (event) => linkArrived(event, event.dataTransfer && droppedText(event.dataTransfer)));
+    addEventListener('drop', (event) => linkArrived(event, droppedText(event.dataTransfer)));
     addEventListener('copy', (event) => {
         event.clipboardData?.setData('text/plain', copying ?? location.origin + (shown ?? location.pathname));
         event.preventDefault();

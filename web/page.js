@@ -1,6 +1,6 @@
-// The page around the app: loads it, tells it what happens to the page, and does what it asks of the browser.
+// The page around the app: loads it, tells it what happens to the page, does what it asks of the browser.
 // The app finds all of that as Module.page, which is complete before its own script arrives.
-import {appRuns, attachApp, callApp, detachApp} from './app.js';
+import {attachApp, callApp, detachApp} from './app.js';
 import {cancelPointers, watchInput} from './input.js';
 import {openFirstLink, setClipboardText, viewSettled, watchLinks} from './links.js';
 import {showMirror} from './mirror.js';
@@ -38,20 +38,20 @@ function started() {
 
 /** In the place of the app, for good. `sentence` replaces the one about WebGL and WebAssembly. */
 function apologise(sentence) {
+    if (!sorry.hidden) return;
     detachApp();
     stage.hidden = true;
     if (sentence) sorry.querySelector('p').textContent = sentence;
     sorry.hidden = false;
 }
 
-/** The app cannot draw here; why is for developers. */
+const drawsWebGL = () => typeof WebAssembly === 'object' && typeof WebGLRenderingContext === 'function' &&
+    document.createElement('canvas').getContext('webgl') !== null;
+
+/** The app cannot start here, or stopped; why is for developers. */
 function failed(reason) {
     console.info(`zentaro: ${reason}`);
-    apologise();
-}
-
-function broke() {
-    apologise('Zentaro has stumbled over a fault of its own: please load the page again.');
+    apologise(drawsWebGL() ? 'Zentaro has stumbled over a fault of its own: please load it again.' : '');
 }
 
 function couldNotLoad(error) {
@@ -59,7 +59,7 @@ function couldNotLoad(error) {
     apologise('Zentaro could not be loaded: please try again when the network is back.');
 }
 
-/** What the app must know before its first frame: it shows the view of the address, not the top for a moment. */
+/** What the app must know before its first frame, which shows the address's view and not the top. */
 function greet() {
     if (greeted) return;
     greeted = true;
@@ -87,10 +87,6 @@ function watchLife() {
         callApp('zentaroContextLost');
     });
     canvas.addEventListener('webglcontextrestored', () => callApp('zentaroContextRestored'));
-    // Faults in frames, which no caller of ours sees.
-    addEventListener('error', (event) => {
-        if (appRuns() && event.error instanceof WebAssembly.RuntimeError) broke();
-    });
 }
 
 /** Compiled while it arrives, or afterwards where the server calls it something else than WebAssembly. */
@@ -117,9 +113,9 @@ function makeModule() {
                 .catch(couldNotLoad);
             return {};
         },
-        onRuntimeInitialized: () => attachApp(module, broke),
+        onRuntimeInitialized: () => attachApp(module, failed),
         postRun: greet,
-        onAbort: broke,
+        onAbort: failed,
     };
     return module;
 }

@@ -1,4 +1,4 @@
-// The screen: its size in points and pixels, how the app is turned in it, full screen and what keeps it awake.
+// The screen: its size in points and pixels, how the app is turned in it, full screen, staying awake.
 // The app is always in landscape; on a phone held upright it lies turned, and only this file knows.
 import {callApp} from './app.js';
 
@@ -44,10 +44,10 @@ function measure() {
 
 /** Its style is set as properties: the policy forbids style attributes. */
 function layOut() {
-    const pixels = [present.width, present.height].map((points) => Math.max(1, Math.round(points * present.scale)));
+    const pixels = (points) => Math.max(1, Math.round(points * present.scale));
     // Setting a size empties the canvas, even the size that it has.
-    if (canvas.width !== pixels[0]) canvas.width = pixels[0];
-    if (canvas.height !== pixels[1]) canvas.height = pixels[1];
+    if (canvas.width !== pixels(present.width)) canvas.width = pixels(present.width);
+    if (canvas.height !== pixels(present.height)) canvas.height = pixels(present.height);
     stage.style.width = present.width + 'px';
     stage.style.height = present.height + 'px';
     stage.style.transform = present.turned ? `translateX(${present.height}px) rotate(90deg)` : '';

@@ -5,8 +5,8 @@ const version = '@ZENTARO_WEB_VERSION@';
 const family = 'zentaro-';
 const storeName = family + version;
 const shell = [
-    '/', '/style.css', '/page.js', '/app.js', '/screen.js', '/input.js', '/links.js', '/mirror.js', '/updates.js',
-    '/zentaro.js', '/zentaro.wasm', '/manifest.webmanifest', '/icons/icon-192.png',
+    '/', '/style.css', '/page.js', '/app.js', '/screen.js', '/input.js', '/links.js', '/mirror.js',
+    '/updates.js', '/zentaro.js', '/zentaro.wasm', '/manifest.webmanifest', '/icons/icon-192.png',
 ];
 
 /** The server is asked for each file, whatever caches on the way would say: they may hold other versions'. */
@@ -43,7 +43,7 @@ addEventListener('fetch', (event) => {
     if (shell.includes(path)) event.respondWith(answer(request, path));
 });
 
-/** A page that has only begun to start asks for this version; others that run keep theirs until they are closed. */
+/** A page that has only begun to start asks for this version; any other that runs keeps its own. */
 addEventListener('message', (event) => {
     if (event.data !== 'take over') return;
     event.waitUntil(clients.matchAll({type: 'window', includeUncontrolled: true}).then((pages) =>

@@ -1,5 +1,5 @@
 // Works offline, and gets new versions: the page's side of the service worker.
-// A running page keeps the version it started with; the next start takes the new one before it loads anything else.
+// A running page keeps the version it started with; the next start changes before it loads the app.
 
 const worker = () => navigator.serviceWorker;
 const patience = 3000;  // ms for a new version to take over; after that the old one starts
