@@ -14,7 +14,6 @@ EM_JS(void, zentaroPageFailed, (const char* reason, int length), {
 });
 EM_JS(void, zentaroPageReportCrashes, (), {
     const tell = function(what) { Module.page.failed("The program stopped: " + what); };
-    Module.onAbort = tell;
     addEventListener("error", function(event) {
         const thrown = event.error;
         if (thrown instanceof WebAssembly.RuntimeError) tell(thrown.message);
