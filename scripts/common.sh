@@ -15,6 +15,11 @@ TEST_PACKAGES=(
     libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils imagemagick clang-format clang-tidy shellcheck
     clang libclang-rt-dev
 )
+# What the web build takes: compiler and what draws its icons. Its server needs Node, from wherever it comes.
+WEB_PACKAGES=(emscripten cmake ninja-build nlohmann-json3-dev libfmt-dev libfast-float-dev librsvg2-bin)
+command -v node >/dev/null && command -v npm >/dev/null || WEB_PACKAGES+=(nodejs npm)
+# The browser of its tests.
+WEB_TEST_PACKAGES=(chromium)
 
 say() { printf 'zentaro: %s\n' "$*" >&2; }
 
