@@ -5,7 +5,7 @@
 
 # What building and starting zentaro takes: compiler, libraries of the hosts, Mesa's drivers, one font.
 RUN_PACKAGES=(
-    g++ cmake ninja-build pkg-config nlohmann-json3-dev
+    g++ cmake ninja-build pkg-config nlohmann-json3-dev libfmt-dev libfast-float-dev
     libsdl2-dev libegl-dev libgles-dev libcairo2-dev libpango1.0-dev libpng-dev libjpeg62-turbo-dev
     libegl-mesa0 libgl1-mesa-dri fonts-dejavu-core
 )

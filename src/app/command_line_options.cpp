@@ -8,14 +8,22 @@
 #include <cmath>
 #include <optional>
 
+#include "platform/foundation/decimal_text.h"
+
 namespace {
 
-template <typename Number>
-std::optional<Number> wholeNumber(std::string_view text) {
-    Number number{};
+template <typename Integer>
+std::optional<Integer> wholeText(std::string_view text) {
+    Integer number{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
     return number;
+}
+
+template <>
+std::optional<double> wholeText(std::string_view text) {
+    const auto number = takeDecimal(text);
+    return text.empty() ? number : std::nullopt;
 }
 
 std::string readSize(CommandLineReading& reading, std::string_view value) {
@@ -24,8 +32,8 @@ std::string readSize(CommandLineReading& reading, std::string_view value) {
         return "--size " + quoted(value) + " is no size; give WxH in points, such as --size 1280x720";
     };
     if (cross == std::string_view::npos) return wrong();
-    const auto width = wholeNumber<int64_t>(value.substr(0, cross));
-    const auto height = wholeNumber<int64_t>(value.substr(cross + 1));
+    const auto width = wholeText<int64_t>(value.substr(0, cross));
+    const auto height = wholeText<int64_t>(value.substr(cross + 1));
     if (!width || !height) return wrong();
     if (*width <= 0 || *height <= 0) {
         return "--size " + quoted(value) + " is empty; width and height start at 1, such as --size 1280x720";
@@ -35,7 +43,7 @@ std::string readSize(CommandLineReading& reading, std::string_view value) {
 }
 
 std::string readScale(CommandLineReading& reading, std::string_view value) {
-    const auto scale = wholeNumber<double>(value);
+    const auto scale = wholeText<double>(value);
     // Written so that NaN is refused too.
     if (!scale || !(*scale >= 0.5 && *scale <= 4)) {
         return "--scale " + quoted(value) + " is no scale; give pixels per point from 0.5 to 4, such as " +
@@ -99,7 +107,7 @@ std::string readType(CommandLineReading& reading, std::string_view value) {
 }
 
 std::string readPalette(CommandLineReading& reading, std::string_view value) {
-    const auto palette = wholeNumber<int32_t>(value);
+    const auto palette = wholeText<int32_t>(value);
     if (!palette || *palette < 0 || *palette > 10) {
         return "--palette " + quoted(value) + " is unknown; give a number from 0 to 10";
     }
@@ -114,7 +122,7 @@ std::optional<std::array<float, 4>> fourNumbers(std::string_view value) {
         const bool last = i + 1 == numbers.size();
         const auto comma = value.find(',');
         if ((comma == std::string_view::npos) != last) return std::nullopt;
-        const auto number = wholeNumber<float>(value.substr(0, comma));
+        const auto number = wholeText<float>(value.substr(0, comma));
         if (!number || !std::isfinite(*number)) return std::nullopt;
         numbers[i] = *number;
         if (!last) value.remove_prefix(comma + 1);
@@ -146,14 +154,14 @@ std::string readView(CommandLineReading& reading, std::string_view value) {
 }
 
 std::string readSeed(CommandLineReading& reading, std::string_view value) {
-    const auto seed = wholeNumber<uint64_t>(value);
+    const auto seed = wholeText<uint64_t>(value);
     if (!seed) return "--seed " + quoted(value) + " is no seed; give a whole number from 0 up";
     reading.options.seed = *seed;
     return {};
 }
 
 std::string readFly(CommandLineReading& reading, std::string_view value) {
-    const auto seconds = wholeNumber<double>(value);
+    const auto seconds = wholeText<double>(value);
     if (!seconds || !(*seconds > 0 && *seconds <= kLongestFlight)) {
         return "--fly " + quoted(value) + " is no length; give seconds above 0 and up to 1000000, such as " +
                "--fly 60";
@@ -163,7 +171,7 @@ std::string readFly(CommandLineReading& reading, std::string_view value) {
 }
 
 std::string readFps(CommandLineReading& reading, std::string_view value) {
-    const auto fps = wholeNumber<int32_t>(value);
+    const auto fps = wholeText<int32_t>(value);
     if (!fps || *fps < 1 || *fps > 240) {
         return "--fps " + quoted(value) + " is no rate; give whole frames a second from 1 to 240";
     }

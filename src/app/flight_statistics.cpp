@@ -30,7 +30,7 @@ double FlightStatistics::medianDeepestWidth() const {
     if (_deepestOfTrips.empty()) return _deepestOfTrip;
     std::vector<double> widths = _deepestOfTrips;
     const auto middle = widths.begin() + static_cast<std::ptrdiff_t>(widths.size() / 2);
-    std::ranges::nth_element(widths, middle);
+    std::nth_element(widths.begin(), middle, widths.end());
     return *middle;
 }
 

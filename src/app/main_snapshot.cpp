@@ -69,8 +69,9 @@ class ScreenRows {
         _rows.assign(rowBytes() * static_cast<std::size_t>(count), 0);
         for (std::size_t y = 0; y < static_cast<std::size_t>(count); ++y) {
             const auto row = fractal.subspan(y * _fractalBytes, _fractalBytes);
-            std::ranges::copy(
-                row, _rows.begin() + static_cast<std::ptrdiff_t>(y * rowBytes()) + std::ptrdiff_t{3} * _left);
+            std::copy(
+                row.begin(), row.end(),
+                _rows.begin() + static_cast<std::ptrdiff_t>(y * rowBytes()) + std::ptrdiff_t{3} * _left);
         }
         return writeRows(count);
     }

@@ -16,7 +16,8 @@ char lower(char c) {
 }
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, lower, lower);
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char one, char other) { return lower(one) == lower(other); });
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -30,8 +31,9 @@ std::string_view trimmed(std::string_view text) {
 /// On one line and no longer than anybody reads.
 std::string quotedShort(std::string_view text) {
     std::string quote(text.substr(0, longestQuote));
-    std::ranges::replace_if(
-        quote, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }, '?');
+    std::replace_if(
+        quote.begin(), quote.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; },
+        '?');
     return "'" + quote + (text.size() > longestQuote ? "...'" : "'");
 }
 

@@ -38,10 +38,11 @@ std::span<const Command> mainScreenCommands() {
 }
 
 const Command* commandForKey(const HostKeyPress& press) {
-    const auto found = std::ranges::find_if(commands, [&](const Command& command) {
-        return command.key == press.key && command.control == press.control &&
-               (press.key != HostKey::character || press.text == command.text);
-    });
+    const auto* const found =
+        std::find_if(std::begin(commands), std::end(commands), [&](const Command& command) {
+            return command.key == press.key && command.control == press.control &&
+                   (press.key != HostKey::character || press.text == command.text);
+        });
     const bool counts = found != std::end(commands) && (!press.repeated || found->repeats);
     return counts ? found : nullptr;
 }

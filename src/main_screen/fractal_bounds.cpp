@@ -2,18 +2,7 @@
 // Every cast to float is a rounding that takes part in the result.
 #include "main_screen/fractal_bounds.h"
 
-#include <charconv>
-
-namespace {
-
-/// Six decimals whatever the locale; 400 characters hold the largest double.
-std::string sixDecimals(double value) {
-    char text[400];
-    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6).ptr;
-    return {text, end};
-}
-
-}  // namespace
+#include "platform/foundation/decimal_text.h"
 
 CGRect fitToAspect(CGRect r, int32_t width, int32_t height) {
     const float rectAspect = static_cast<float>(r.size.width / r.size.height);
@@ -30,6 +19,8 @@ std::string fractalTypeWord(int32_t type) {
 }
 
 std::string deepLinkPath(int32_t type, CGRect r) {
-    return "/" + fractalTypeWord(type) + "/" + sixDecimals(r.origin.x) + "/" + sixDecimals(r.origin.y) + "/" +
-           sixDecimals(r.origin.x + r.size.width) + "/" + sixDecimals(r.origin.y + r.size.height);
+    std::string path = "/" + fractalTypeWord(type);
+    for (const CGFloat edge : {CGRectGetMinX(r), CGRectGetMinY(r), CGRectGetMaxX(r), CGRectGetMaxY(r)})
+        path.append("/").append(decimalTextWithSixDecimals(edge));
+    return path;
 }

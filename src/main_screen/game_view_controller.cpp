@@ -67,7 +67,7 @@ void GameViewController::measureScreen() {
 
 void GameViewController::makeSamplingBitmap() {
     const auto size = static_cast<std::size_t>(texture_width) * static_cast<std::size_t>(texture_height);
-    _textureBuffer = std::make_unique_for_overwrite<uint8_t[]>(size);
+    _textureBuffer.reset(new uint8_t[size]);
     _textureProviderRef = CGDataProviderCreateWithData(_textureBuffer.get(), size);
     NSCAssert(texture_depth == 1, "GameViewController");
     _textureColorSpaceRef = CGColorSpace::deviceGray;

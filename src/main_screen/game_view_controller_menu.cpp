@@ -50,7 +50,8 @@ constexpr NamedAction actions[] = {
 };
 
 const NamedAction* actionNamed(std::string_view name) {
-    const auto found = std::ranges::find(actions, name, &NamedAction::name);
+    const auto* const found = std::find_if(std::begin(actions), std::end(actions),
+                                           [name](const NamedAction& each) { return each.name == name; });
     return found == std::end(actions) ? nullptr : found;
 }
 

@@ -83,8 +83,8 @@ void shuffle(std::vector<FractalBounds>& targets, RandomSource& random) {
 }
 
 std::optional<FractalBounds> takeGoodTarget(std::vector<FractalBounds>& targets, FractalBounds view) {
-    const auto good = std::ranges::find_if(
-        targets, [view](FractalBounds target) { return isAtGoodDistance(view, target); });
+    const auto good = std::find_if(targets.begin(), targets.end(),
+                                   [view](FractalBounds target) { return isAtGoodDistance(view, target); });
     if (good == targets.end()) return std::nullopt;
     const FractalBounds taken = *good;
     targets.erase(good);

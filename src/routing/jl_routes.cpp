@@ -85,8 +85,8 @@ void JLRoutes::_registerRoute(std::shared_ptr<JLRRouteDefinition> definition) {
     const uint64_t priority = registered.priority();
     auto place = list.end();
     if (priority != 0)
-        place = std::ranges::find_if(list,
-                                     [priority](const auto& route) { return route->priority() < priority; });
+        place = std::find_if(list.begin(), list.end(),
+                             [priority](const auto& route) { return route->priority() < priority; });
     list.insert(place, std::move(definition));
     registered.didBecomeRegisteredForScheme(_scheme);
 }
@@ -100,8 +100,8 @@ void JLRoutes::removeRoute(const JLRRouteDefinition& definition) {
 
 void JLRoutes::removeRouteWithPattern(const std::string& pattern) {
     Routes& list = mutableRoutes();
-    const auto found =
-        std::ranges::find_if(list, [&pattern](const auto& route) { return route->pattern() == pattern; });
+    const auto found = std::find_if(list.begin(), list.end(),
+                                    [&pattern](const auto& route) { return route->pattern() == pattern; });
     if (found == list.end()) return;
     const auto removed = std::move(*found);
     list.erase(found);

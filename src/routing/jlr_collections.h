@@ -37,7 +37,7 @@ std::vector<std::vector<Element>> JLRoutes_allOrderedCombinations(const std::vec
 template <typename Element, typename Test>
 std::vector<Element> JLRoutes_filter(const std::vector<Element>& elements, const Test& test) {
     std::vector<Element> passed;
-    std::ranges::copy_if(elements, std::back_inserter(passed), test);
+    std::copy_if(elements.begin(), elements.end(), std::back_inserter(passed), test);
     return passed;
 }
 
@@ -45,14 +45,14 @@ template <typename Element, typename Function>
 auto JLRoutes_map(const std::vector<Element>& elements, const Function& function) {
     std::vector<std::decay_t<decltype(function(elements.front()))>> results;
     results.reserve(elements.size());
-    std::ranges::transform(elements, std::back_inserter(results), function);
+    std::transform(elements.begin(), elements.end(), std::back_inserter(results), function);
     return results;
 }
 
 /// The text between the slashes; one empty component for an empty path.
 inline std::vector<std::string> JLRoutes_pathComponents(std::string_view path) {
     std::vector<std::string> components;
-    components.reserve(static_cast<std::size_t>(std::ranges::count(path, '/')) + 1);
+    components.reserve(static_cast<std::size_t>(std::count(path.begin(), path.end(), '/')) + 1);
     for (std::size_t slash = path.find('/'); slash != std::string_view::npos; slash = path.find('/')) {
         components.emplace_back(path.substr(0, slash));
         path.remove_prefix(slash + 1);

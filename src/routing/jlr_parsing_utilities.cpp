@@ -33,9 +33,9 @@ class ExpansionPlan {
         return !subpath.isOptionalSubpath && _occurrences.at(subpath.subpathComponents) == 1;
     }
     bool isComplete(const std::vector<const Subpath*>& combination) const {
-        return std::ranges::all_of(_occurrences, [&combination](const auto& required) {
+        return std::all_of(_occurrences.begin(), _occurrences.end(), [&combination](const auto& required) {
             return required.second == 1 ||
-                   std::ranges::any_of(combination, [&required](const Subpath* subpath) {
+                   std::any_of(combination.begin(), combination.end(), [&required](const Subpath* subpath) {
                        return !subpath->isOptionalSubpath && subpath->subpathComponents == required.first;
                    });
         });
@@ -80,7 +80,8 @@ std::size_t lengthOf(const std::string& text) {
 }
 
 std::vector<std::string> longestFirst(std::vector<std::string> patterns) {
-    std::ranges::stable_sort(patterns, std::greater<>(), lengthOf);
+    std::stable_sort(patterns.begin(), patterns.end(),
+                     [](const std::string& a, const std::string& b) { return lengthOf(a) > lengthOf(b); });
     return patterns;
 }
 
@@ -149,7 +150,7 @@ std::vector<Subpath> JLRParsingUtilities::_routeSubpathsForPattern(std::string_v
 }
 
 std::string JLRParsingUtilities::variableValueFrom(std::string value, bool decodePlusSymbols) {
-    if (decodePlusSymbols) std::ranges::replace(value, '+', ' ');
+    if (decodePlusSymbols) std::replace(value.begin(), value.end(), '+', ' ');
     return value;
 }
 

@@ -28,7 +28,8 @@ JLRRouteDefinition::JLRRouteDefinition(std::string pattern, uint64_t priority,
     std::string_view path = _pattern;
     if (path.starts_with('/')) path.remove_prefix(1);
     _patternPathComponents = JLRoutes_pathComponents(path);
-    _hasWildcard = std::ranges::find(_patternPathComponents, wildcard) != _patternPathComponents.end();
+    _hasWildcard = std::find(_patternPathComponents.begin(), _patternPathComponents.end(), wildcard) !=
+                   _patternPathComponents.end();
 }
 
 std::shared_ptr<JLRRouteDefinition> JLRRouteDefinition::copy() const {

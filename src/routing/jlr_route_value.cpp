@@ -3,10 +3,11 @@
 #include "routing/jlr_route_value.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <functional>
 #include <string_view>
+
+#include "platform/foundation/decimal_text.h"
 
 namespace {
 
@@ -28,16 +29,11 @@ std::string escaped(char character) {
 }
 
 std::string quoted(std::string_view text) {
-    if (!text.empty() && std::ranges::all_of(text, isLetterOrDigit)) return std::string(text);
+    if (!text.empty() && std::all_of(text.begin(), text.end(), isLetterOrDigit)) return std::string(text);
     std::string result = "\"";
     for (const char character : text)
         result += escaped(character);
     return result + '"';
-}
-
-std::string inFewestDigits(double number) {
-    char digits[32];
-    return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
 }
 
 std::string listOf(const std::vector<std::string>& strings, std::string_view margin) {
@@ -53,7 +49,7 @@ struct Description {
     std::string operator()(NSNull /*null*/) const { return quoted("<null>"); }
     std::string operator()(bool flag) const { return flag ? "1" : "0"; }
     std::string operator()(int64_t number) const { return quoted(std::to_string(number)); }
-    std::string operator()(double number) const { return quoted(inFewestDigits(number)); }
+    std::string operator()(double number) const { return quoted(decimalText(number)); }
     std::string operator()(const std::string& text) const { return quoted(text); }
     std::string operator()(const NSURL& url) const { return quoted(url.absoluteString()); }
     std::string operator()(const std::shared_ptr<const void>& object) const {

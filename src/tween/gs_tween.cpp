@@ -85,7 +85,8 @@ const GSTween::ReservedKey* GSTween::reservedKey(const std::string& name) {
         {"onUpdate", [](GSTween& t, const Value& v) { return assignBlock(t._updateBlock, v); }},
         {"autoStart", [](GSTween& t, const Value& v) { return assign(t._autoStart, boolValue(v)); }},
     }};
-    const auto* const found = std::ranges::find(keys, name, &ReservedKey::name);
+    const auto* const found = std::find_if(keys.begin(), keys.end(),
+                                           [&name](const ReservedKey& each) { return each.name == name; });
     return found == keys.end() ? nullptr : found;
 }
 

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <any>
 #include <array>
-#include <bit>
-#include <cstddef>
 #include <cstdio>
+#include <cstring>
 #include <optional>
 #include <type_traits>
 
@@ -29,10 +28,10 @@ To adapted(const From& from) {
     if constexpr (std::is_integral_v<To>) {
         return static_cast<To>(from);
     } else {
-        const auto bytes = std::bit_cast<std::array<std::byte, sizeof(From)>>(from);
-        std::array<std::byte, sizeof(To)> laid{};
-        std::ranges::copy_n(bytes.begin(), std::min(bytes.size(), laid.size()), laid.begin());
-        return std::bit_cast<To>(laid);
+        static_assert(std::is_trivially_copyable_v<From> && std::is_trivially_copyable_v<To>);
+        To laid{};
+        std::memcpy(static_cast<void*>(&laid), &from, std::min(sizeof from, sizeof laid));
+        return laid;
     }
 }
 

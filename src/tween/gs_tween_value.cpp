@@ -1,5 +1,5 @@
 // Readers of parameter values.
-// Numbers in texts go through <charconv>, so that no locale changes them.
+// Numbers in texts are read and written in the same way whatever the locale.
 #include "tween/gs_tween_value.h"
 
 #include <algorithm>
@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 #include <string_view>
+
+#include "platform/foundation/decimal_text.h"
 
 namespace {
 
@@ -17,11 +19,20 @@ std::string_view withoutLeading(std::string_view text, std::string_view characte
     return text;
 }
 
-template <typename Number>
-Number numberAtHead(std::string_view text) {
+std::string_view withoutSpaceAndPlus(std::string_view text) {
     text = withoutLeading(text, whiteSpace);
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    Number number = 0;
+    return text;
+}
+
+double doubleAtHead(std::string_view text) {
+    text = withoutSpaceAndPlus(text);
+    return takeDecimal(text).value_or(0);
+}
+
+int64_t integerAtHead(std::string_view text) {
+    text = withoutSpaceAndPlus(text);
+    int64_t number = 0;
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
 }
@@ -33,19 +44,12 @@ bool isTrue(std::string_view text) {
     return !text.empty() && std::string_view("YyTt123456789").find(text.front()) != std::string_view::npos;
 }
 
-std::string inFewestDigits(double number) {
-    char digits[32];
-    return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
-}
-
 struct AsFloat {
     using Result = std::optional<float>;
     Result operator()(bool flag) const { return flag ? 1.0F : 0.0F; }
     Result operator()(int64_t number) const { return static_cast<float>(number); }
     Result operator()(double number) const { return static_cast<float>(number); }
-    Result operator()(const std::string& text) const {
-        return static_cast<float>(numberAtHead<double>(text));
-    }
+    Result operator()(const std::string& text) const { return static_cast<float>(doubleAtHead(text)); }
     Result operator()(const auto& /*callback*/) const { return std::nullopt; }
 };
 
@@ -54,7 +58,7 @@ struct AsInteger {
     Result operator()(bool flag) const { return flag ? 1 : 0; }
     Result operator()(int64_t number) const { return number; }
     Result operator()(double number) const { return truncatedToInteger(number); }
-    Result operator()(const std::string& text) const { return numberAtHead<int64_t>(text); }
+    Result operator()(const std::string& text) const { return integerAtHead(text); }
     Result operator()(const auto& /*callback*/) const { return std::nullopt; }
 };
 
@@ -71,7 +75,7 @@ struct AsString {
     using Result = std::optional<std::string>;
     Result operator()(bool flag) const { return flag ? "1" : "0"; }
     Result operator()(int64_t number) const { return std::to_string(number); }
-    Result operator()(double number) const { return inFewestDigits(number); }
+    Result operator()(double number) const { return decimalText(number); }
     Result operator()(const std::string& text) const { return text; }
     Result operator()(const auto& /*callback*/) const { return std::nullopt; }
 };

@@ -45,7 +45,8 @@ void NSRunLoop::fireDisplayLinks(double timestamp) {
 }
 
 void NSRunLoop::remove(const CADisplayLink& link) {
-    const auto place = std::ranges::find(_links, &link, &std::shared_ptr<CADisplayLink>::get);
+    const auto place =
+        std::find_if(_links.begin(), _links.end(), [&link](const auto& each) { return each.get() == &link; });
     if (place == _links.end()) return;
     if (_isFiring) {
         place->reset();
@@ -62,7 +63,7 @@ void NSRunLoop::invalidateDisplayLinks() {
 }
 
 std::size_t NSRunLoop::displayLinkCount() const {
-    return _links.size() - static_cast<std::size_t>(std::ranges::count(_links, nullptr));
+    return _links.size() - static_cast<std::size_t>(std::count(_links.begin(), _links.end(), nullptr));
 }
 
 void NSRunLoop::setRefreshInterval(double seconds) {

@@ -1,13 +1,15 @@
 // Rectangles and their string forms.
-// Numbers go through <charconv>: no locale, no allocation worth naming, and every bit comes back.
+// Every bit of a number comes back, those of a NaN too.
 #include "platform/foundation/geometry.h"
 
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <optional>
+
+#include "platform/foundation/decimal_text.h"
 
 namespace {
 
@@ -15,9 +17,21 @@ constexpr uint64_t signBit = uint64_t{1} << 63;
 constexpr uint64_t exponentBits = uint64_t{0x7ff} << 52;
 constexpr uint64_t plainNaNPayload = uint64_t{1} << 51;
 
+uint64_t bitsOf(CGFloat value) {
+    uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+CGFloat fromBits(uint64_t bits) {
+    CGFloat value = 0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
 /// NaNs carry their payload in hexadecimal, "nan(8000000000001)", unless it is the usual one.
 void appendNaN(std::string& text, CGFloat value) {
-    const auto bits = std::bit_cast<uint64_t>(value);
+    const uint64_t bits = bitsOf(value);
     text += (bits & signBit) != 0 ? "-nan" : "nan";
     const uint64_t payload = bits & ~(signBit | exponentBits);
     if (payload == plainNaNPayload) return;
@@ -30,8 +44,7 @@ void appendNaN(std::string& text, CGFloat value) {
 
 void appendNumber(std::string& text, CGFloat value) {
     if (std::isnan(value)) return appendNaN(text, value);
-    char digits[32];
-    text.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+    text += decimalText(value);
 }
 
 void appendPair(std::string& text, CGFloat first, CGFloat second) {
@@ -68,11 +81,7 @@ class TokenScanner {
         skipSpace();
         if (_rest.starts_with("nan") || _rest.starts_with("-nan")) return notANumber();
         if (_rest.starts_with('+') && !_rest.starts_with("+-")) _rest.remove_prefix(1);
-        CGFloat value = 0;
-        const auto [end, error] = std::from_chars(_rest.data(), _rest.data() + _rest.size(), value);
-        if (error != std::errc()) return std::nullopt;
-        advanceTo(end);
-        return value;
+        return takeDecimal(_rest);
     }
 
     std::optional<Pair> pair() {
@@ -85,8 +94,6 @@ class TokenScanner {
     }
 
   private:
-    void advanceTo(const char* end) { _rest.remove_prefix(static_cast<std::size_t>(end - _rest.data())); }
-
     void skipSpace() {
         const auto start = _rest.find_first_not_of(" \t\n\r\v\f");
         _rest.remove_prefix(std::min(start, _rest.size()));
@@ -101,11 +108,11 @@ class TokenScanner {
                 std::from_chars(_rest.data() + 1, _rest.data() + _rest.size(), payload, 16);
             if (error != std::errc() || payload == 0 || payload > ~(signBit | exponentBits))
                 return std::nullopt;
-            advanceTo(end);
+            _rest.remove_prefix(static_cast<std::size_t>(end - _rest.data()));
             if (!_rest.starts_with(')')) return std::nullopt;
             _rest.remove_prefix(1);
         }
-        return std::bit_cast<CGFloat>(sign | exponentBits | payload);
+        return fromBits(sign | exponentBits | payload);
     }
 
     std::string_view _rest;

@@ -31,8 +31,9 @@ constexpr Sequence sequences[] = {
 /// 0 if `text` begins with no code point.
 std::size_t lengthOfCodePoint(std::string_view text) {
     const auto byte = [text](std::size_t i) -> unsigned { return static_cast<unsigned char>(text[i]); };
-    const auto* const sequence = std::ranges::find_if(
-        sequences, [lead = byte(0)](const Sequence& each) { return (lead & each.mask) == each.lead; });
+    const auto* const sequence =
+        std::find_if(std::begin(sequences), std::end(sequences),
+                     [lead = byte(0)](const Sequence& each) { return (lead & each.mask) == each.lead; });
     if (sequence == std::end(sequences) || text.size() < sequence->length) return 0;
     uint32_t point = byte(0) & ~sequence->mask;
     for (std::size_t i = 1; i < sequence->length; ++i) {

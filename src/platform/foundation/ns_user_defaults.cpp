@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/foundation/decimal_text.h"
 #include "platform/foundation/ns_log.h"
 
 namespace {
@@ -53,9 +54,7 @@ int64_t integerFromString(std::string_view text) {
 
 double doubleFromString(std::string_view text) {
     text = withoutPlus(withoutLeadingSpace(text));
-    double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
+    return takeDecimal(text).value_or(0);
 }
 
 /// YES for a leading Y, T or digit 1 to 9, behind signs and zeros.
@@ -67,17 +66,10 @@ bool boolFromString(std::string_view text) {
            std::string_view("YyTt123456789").find(text[start]) != std::string_view::npos;
 }
 
-template <class Number>
-std::string stringFromNumber(Number value) {
-    char digits[32];
-    return std::string(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-}
-
 /// JSON has no infinities and no NaN; as strings they still read back as the same doubles.
 json jsonFromValue(const NSUserDefaults::Value& value) {
     return std::visit(Overloaded{[](double number) {
-                                     return std::isfinite(number) ? json(number)
-                                                                  : json(stringFromNumber(number));
+                                     return std::isfinite(number) ? json(number) : json(decimalText(number));
                                  },
                                  [](const auto& other) { return json(other); }},
                       value);
@@ -195,7 +187,8 @@ std::string NSUserDefaults::stringForKey(const std::string& key) const {
     if (found == _values.end()) return {};
     return std::visit(Overloaded{[](const std::string& value) { return value; },
                                  [](bool value) { return std::string(value ? "1" : "0"); },
-                                 [](auto number) { return stringFromNumber(number); }},
+                                 [](int64_t number) { return std::to_string(number); },
+                                 [](double number) { return decimalText(number); }},
                       found->second);
 }
 

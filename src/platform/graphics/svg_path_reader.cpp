@@ -3,10 +3,10 @@
 #include "platform/graphics/svg_path_reader.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <numbers>
 
+#include "platform/foundation/decimal_text.h"
 #include "platform/graphics/svg_arc.h"
 
 namespace {
@@ -47,10 +47,9 @@ class PathTokens {
         skipSeparator();
         if (!startsNumber(_rest)) return false;
         if (_rest.front() == '+') _rest.remove_prefix(1);
-        const auto [end, error] = std::from_chars(_rest.data(), _rest.data() + _rest.size(), value);
-        if (error != std::errc()) return false;
-        _rest.remove_prefix(static_cast<std::size_t>(end - _rest.data()));
-        return true;
+        const auto taken = takeDecimal(_rest);
+        value = taken.value_or(value);
+        return taken.has_value();
     }
 
     /// One digit; what follows it may stick to it.

@@ -2,14 +2,9 @@
 // A log of them reads like the script that would play them again.
 #include "platform/host/host_event.h"
 
-#include <charconv>
+#include "platform/foundation/decimal_text.h"
 
 namespace {
-
-std::string number(double value) {
-    char digits[32];
-    return std::string(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-}
 
 const char* name(UITouchPhase phase) {
     switch (phase) {
@@ -55,25 +50,25 @@ const char* name(HostLifecycle change) {
 struct Describer {
     std::string operator()(const HostTouch& touch) const {
         return std::string("touch ") + name(touch.phase) + " " + std::to_string(touch.id) + " " +
-               NSStringFromCGPoint(touch.location) + " " + number(touch.time);
+               NSStringFromCGPoint(touch.location) + " " + decimalText(touch.time);
     }
     std::string operator()(const HostKeyPress& press) const {
         std::string text = "key ";
         if (press.control) text += "control+";
         text += press.key == HostKey::character ? "\"" + press.text + "\"" : std::string(name(press.key));
         if (press.repeated) text += " repeated";
-        return text + " " + number(press.time);
+        return text + " " + decimalText(press.time);
     }
     std::string operator()(const HostWheel& wheel) const {
-        return "wheel " + number(wheel.steps) + " " + NSStringFromCGPoint(wheel.location) + " " +
-               number(wheel.time);
+        return "wheel " + decimalText(wheel.steps) + " " + NSStringFromCGPoint(wheel.location) + " " +
+               decimalText(wheel.time);
     }
     std::string operator()(const HostMagnify& magnify) const {
-        return "magnify " + number(magnify.factor) + " " + NSStringFromCGPoint(magnify.location) + " " +
-               number(magnify.time);
+        return "magnify " + decimalText(magnify.factor) + " " + NSStringFromCGPoint(magnify.location) + " " +
+               decimalText(magnify.time);
     }
     std::string operator()(const HostResize& resize) const {
-        return "resize " + NSStringFromCGSize(resize.size) + " scale " + number(resize.scale);
+        return "resize " + NSStringFromCGSize(resize.size) + " scale " + decimalText(resize.scale);
     }
     std::string operator()(const HostVisibility& visibility) const {
         return visibility.visible ? "visible" : "hidden";

@@ -12,7 +12,7 @@ void UIContinuousGestureRecognizer::touchesBegan(const UITouches& touches, const
 
 void UIContinuousGestureRecognizer::touchesMoved(const UITouches& touches, const UIEvent&) {
     const UITouch& touch = *touches.front();
-    if (std::ranges::find(_moved, touch.id) != _moved.end()) endRound();
+    if (std::find(_moved.begin(), _moved.end(), touch.id) != _moved.end()) endRound();
     follow(touch);
     if (isActive()) return setState(UIGestureRecognizerState::changed);
     _moved.push_back(touch.id);

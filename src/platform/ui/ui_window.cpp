@@ -191,7 +191,7 @@ void UIWindow::deliver(const Finger& finger) {
 void UIWindow::letWin(const UIGestureRecognizer& winner, const Finger& finger) {
     const auto yieldOthers = [&winner](const Finger& one) {
         const auto isWinner = [&winner](const auto& recognizer) { return recognizer.get() == &winner; };
-        if (std::ranges::none_of(one.recognizers, isWinner)) return;
+        if (std::none_of(one.recognizers.begin(), one.recognizers.end(), isWinner)) return;
         for (const auto& recognizer : one.recognizers) {
             if (!isWinner(recognizer)) recognizer->yield();
         }
