@@ -13,7 +13,10 @@ EM_JS(void, zentaroPrepareText, (), {
     const systemFamily = "system-ui, -apple-system, 'Segoe UI', Roboto, sans-serif";
     const kept = new Map();
     const mostKept = 256;
-    const ellipsis = "\u2026";
+    // By their numbers: tools between here and the page disagree about escapes.
+    const newLine = String.fromCharCode(0x0A);
+    const carriageReturn = String.fromCharCode(0x0D);
+    const ellipsis = String.fromCharCode(0x2026);
     // Sums of widths may differ from the width of a sum in the last digits.
     const slack = 0.01;
 
@@ -73,7 +76,7 @@ EM_JS(void, zentaroPrepareText, (), {
         // Older browsers know the letters' own extent alone.
         const ascent = metrics.fontBoundingBoxAscent || 0.95 * size;
         const descent = metrics.fontBoundingBoxDescent || 0.25 * size;
-        const paragraphs = text.split("\r\n").join("\n").split("\n");
+        const paragraphs = text.split(carriageReturn + newLine).join(newLine).split(newLine);
         const texts = singleLine ? [shortened(paragraphs.join(" "), width)]
             : [].concat.apply([], paragraphs.map(function(one) { return wrapped(one, width); }));
         const lines = texts.map(function(line) { return {text: line, width: widthOf(line)}; });
@@ -91,7 +94,7 @@ EM_JS(void, zentaroPrepareText, (), {
             return (bold ? "bold " : "") + size + "px " + name + systemFamily;
         },
         layOut: function(text, font, size, width, singleLine) {
-            const key = [font, singleLine, width, text].join("\n");
+            const key = [font, singleLine, width, text].join(newLine);
             let found = kept.get(key);
             if (!found) {
                 if (kept.size >= mostKept) kept.clear();
