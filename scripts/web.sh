@@ -14,7 +14,8 @@ need_node_modules() {
 build_site() {
     need_packages "${WEB_PACKAGES[@]}" && need_node_modules || return
     is_configured web || configure web || return
-    build web zentaro_web
+    # Emscripten's own scripts need packages of Node that Debian keeps there.
+    NODE_PATH=/usr/share/nodejs build web zentaro_web
 }
 
 # serve_site [--port N] [--lan]: does not come back.

@@ -47,7 +47,8 @@ after(async () => {
 });
 
 /** A page whose errors end up as the test's. `expected` takes those that the test itself provokes. */
-export async function newPage(t, {device = phone, context = {}, browser = shared.browser, expected = () => false} = {}) {
+export async function newPage(t, options = {}) {
+    const {device = phone, context = {}, browser = shared.browser, expected = () => false} = options;
     const world = await browser.newContext({...device, ...context});
     const page = await world.newPage();
     watch(page, page.errors = [], expected);
