@@ -109,8 +109,9 @@ function makeModule() {
         print: (line) => console.log(line),
         printErr: (line) => console.info(line),
         instantiateWasm(imports, receive) {
-            compiled.then(async (code) => receive(await WebAssembly.instantiate(code, imports), code))
-                .catch(couldNotLoad);
+            compiled.then((code) => WebAssembly.instantiate(code, imports))
+                .then((instance) => receive(instance), couldNotLoad)
+                .catch(failed);
             return {};
         },
         onRuntimeInitialized: () => attachApp(module, failed),
