@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <emscripten/emscripten.h>
 
 // clang-format off
@@ -61,17 +62,22 @@ bool isDrawable(CGRect rect) {
            std::isfinite(rect.origin.x) && std::isfinite(rect.origin.y);
 }
 
-/// In place: from R, G, B, A as they are to B, G, R, A premultiplied.
+/// Two components of a pixel, in the low and the high half of the word, times alpha over 255, rounded.
+uint32_t timesAlpha(uint32_t twoComponents, uint32_t alpha) {
+    const uint32_t product = twoComponents * alpha + 0x00800080;
+    return ((product + ((product >> 8) & 0x00FF00FF)) >> 8) & 0x00FF00FF;
+}
+
+/// In place: from R, G, B, A as they are to B, G, R, A premultiplied. Wasm keeps the first byte lowest.
 void premultiplyAndSwap(std::vector<uint8_t>& pixels) {
     for (std::size_t i = 0; i + 3 < pixels.size(); i += 4) {
-        const uint32_t alpha = pixels[i + 3];
-        const auto times = [alpha](uint32_t component) {
-            return static_cast<uint8_t>((component * alpha + 127) / 255);
-        };
-        const uint8_t red = times(pixels[i]);
-        pixels[i] = times(pixels[i + 2]);
-        pixels[i + 1] = times(pixels[i + 1]);
-        pixels[i + 2] = red;
+        uint32_t pixel = 0;
+        std::memcpy(&pixel, &pixels[i], sizeof pixel);
+        const uint32_t alpha = pixel >> 24;
+        const uint32_t blueRed = timesAlpha(pixel & 0x00FF00FF, alpha);
+        const uint32_t green = timesAlpha((pixel >> 8) & 0x000000FF, alpha) & 0x000000FF;
+        pixel = alpha << 24 | (blueRed & 0xFF) << 16 | green << 8 | blueRed >> 16;
+        std::memcpy(&pixels[i], &pixel, sizeof pixel);
     }
 }
 
