@@ -148,11 +148,13 @@ export async function fingers(page) {
 export const listen = (page, ...names) => page.evaluate((wanted) => {
     window.told = [];
     for (const name of wanted) {
-        const call = Module['_' + name];
-        Module['_' + name] = (...values) => {
+        let call = Module['_' + name];
+        const listener = (...values) => {
             window.told.push([name, ...values]);
             return call(...values);
         };
+        // The first call of an exported function puts another in its place.
+        Object.defineProperty(Module, '_' + name, {get: () => listener, set: (next) => { call = next; }});
     }
 }, names);
 
