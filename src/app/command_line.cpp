@@ -9,6 +9,7 @@
 
 #include "app/command_line_options.h"
 #include "app/shared_link.h"
+#include "main_screen/link_host.h"
 
 namespace {
 
@@ -38,7 +39,8 @@ std::string helpText() {
     std::string text =
         "Zentaro, a full-screen fractal explorer.\n\n"
         "usage: zentaro [OPTIONS] [LINK]\n"
-        "  LINK                      open this view: http://" ZENTARO_WEB_HOST
+        "  LINK                      open this view: http://" +
+        linkHost() +
         "/TYPE/x1/y1/x2/y2,\n"
         "                            " ZENTARO_URL_SCHEME "://TYPE/x1/y1/x2/y2, or only /TYPE/x1/y1/x2/y2\n";
     OptionUse use = OptionUse::anything;

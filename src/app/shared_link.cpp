@@ -1,13 +1,14 @@
-// Web host and scheme are the build's configuration.
+// The scheme is the build's configuration, the host the program's.
 // Schemes and hosts are compared without regard to case, as every program does that opens them.
 #include "app/shared_link.h"
 
 #include <algorithm>
 #include <optional>
 
+#include "main_screen/link_host.h"
+
 namespace {
 
-constexpr std::string_view webHost = ZENTARO_WEB_HOST;
 constexpr std::string_view ownScheme = ZENTARO_URL_SCHEME;
 constexpr std::size_t longestQuote = 80;
 
@@ -47,8 +48,9 @@ std::string hostOf(const NSURL& url) {
 
 /// As browsers show links.
 bool beginsWithOurHost(std::string_view text) {
-    return text.size() > webHost.size() && text[webHost.size()] == '/' &&
-           equalIgnoringCase(text.substr(0, webHost.size()), webHost);
+    const std::string& host = linkHost();
+    return text.size() > host.size() && text[host.size()] == '/' &&
+           equalIgnoringCase(text.substr(0, host.size()), host);
 }
 
 }  // namespace
@@ -63,7 +65,7 @@ std::variant<NSURL, LinkMistake> readSharedLink(std::string_view text) {
     std::string whole(beginsWithOurHost(text) ? "http://" : "");
     whole += text;
     const std::optional<NSURL> url = NSURL::URLWithString(std::move(whole));
-    const std::string example = "such as http://" ZENTARO_WEB_HOST "/mandelbrot/-2/-1.5/1/1.5";
+    const std::string example = "such as http://" + linkHost() + "/mandelbrot/-2/-1.5/1/1.5";
     // A single word is a mistyped option sooner than a path.
     if (!url || text.find('/') == std::string_view::npos)
         return LinkMistake{quotedShort(text) + " is no link; give one " + example};
@@ -73,6 +75,6 @@ std::variant<NSURL, LinkMistake> readSharedLink(std::string_view text) {
         return LinkMistake{quotedShort(text) + " is a link for another program; give one " + example};
     }
     const std::string_view host = url->components().percentEncodedHost().value_or("");
-    if (equalIgnoringCase(host, webHost) || equalIgnoringCase(hostOf(*url), webHost)) return *url;
+    if (equalIgnoringCase(host, linkHost()) || equalIgnoringCase(hostOf(*url), linkHost())) return *url;
     return LinkMistake{quotedShort(text) + " is a link for another site; give one " + example};
 }

@@ -2,6 +2,7 @@
 // Every change of a setting is saved at once; the rectangle never is.
 #include "main_screen/deep_link_delegate.h"
 #include "main_screen/game_view_controller.h"
+#include "main_screen/link_host.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/foundation/ns_user_defaults.h"
 #include "platform/ui/ui_application.h"
@@ -61,7 +62,7 @@ bool GameViewController::jumpTox1(float x1, float y1, float x2, float y2, int32_
 }
 
 std::string GameViewController::coordinatesForDeeplink(CGRect r) const {
-    return "http://" ZENTARO_WEB_HOST + deepLinkPath(_fractalType, r);
+    return "http://" + linkHost() + deepLinkPath(_fractalType, r);
 }
 
 void GameViewController::loadURL(const std::string& url) {

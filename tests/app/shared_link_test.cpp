@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "main_screen/link_host.h"
+
 namespace {
 
 using testing::AllOf;
@@ -66,6 +68,17 @@ TEST(SharedLink, OthersAreRefusedInOneLine) {
         EXPECT_THAT(line, AllOf(HasSubstr(c.why), HasSubstr("zentaro.example/"), Not(HasSubstr("\n"))));
         EXPECT_LT(line.size(), 200U);
     }
+}
+
+TEST(SharedLink, AProgramServedElsewhereHasItsOwnHost) {
+    setLinkHost("localhost:8080");
+    const auto isTaken = [](const char* text) { return std::holds_alternative<NSURL>(readSharedLink(text)); };
+    EXPECT_TRUE(isTaken("http://LocalHost:8080/julia/0/0/1/1"));
+    EXPECT_TRUE(isTaken("localhost:8080/julia/0/0/1/1"));
+    EXPECT_FALSE(isTaken("http://localhost:8081/julia/0/0/1/1"));
+    EXPECT_FALSE(isTaken("http://zentaro.example/julia/0/0/1/1"));
+    setLinkHost("");
+    EXPECT_TRUE(isTaken("http://zentaro.example/julia/0/0/1/1"));
 }
 
 }  // namespace
