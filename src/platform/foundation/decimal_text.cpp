@@ -2,13 +2,13 @@
 // Texts are saved and compared, so that their layout is fixed here, not a library's habit.
 #include "platform/foundation/decimal_text.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <fast_float/fast_float.h>
-#include <fmt/compile.h>
+#include <fmt/format.h>
+#include <utility>
 
 namespace {
 
@@ -18,25 +18,11 @@ struct Decimal {
     int32_t exponent = 0;
 };
 
-/// Of a text such as "120", "0.012" or "1.2e-05".
-Decimal decimalOf(std::string_view text) {
-    Decimal decimal;
-    const std::size_t power = text.find('e');
-    if (power != std::string_view::npos) {
-        const std::size_t start = power + (text[power + 1] == '+' ? 2 : 1);
-        std::from_chars(text.data() + start, text.data() + text.size(), decimal.exponent);
-        text = text.substr(0, power);
-    }
-    decimal.digits = text;
-    if (const std::size_t point = text.find('.'); point != std::string_view::npos) {
-        decimal.digits.erase(point, 1);
-        decimal.exponent -= static_cast<int32_t>(decimal.digits.size() - point);
-    }
-    decimal.digits.erase(0, decimal.digits.find_first_not_of('0'));
-    const std::size_t end = decimal.digits.find_last_not_of('0') + 1;
-    decimal.exponent += static_cast<int32_t>(decimal.digits.size() - end);
-    decimal.digits.resize(end);
-    return decimal;
+/// 400 characters hold the largest double.
+std::string printed(const char* format, double value) {
+    char text[400];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
 }
 
 /// Whether "1200" or "0.012" is no longer than the text with an exponent.
@@ -49,7 +35,7 @@ bool isShortWithoutExponent(const Decimal& decimal) {
 std::string withoutExponent(Decimal decimal, double magnitude) {
     std::string& digits = decimal.digits;
     // Above 2^53 zeros would stand for digits that the value has.
-    if (decimal.exponent > 0) return fmt::format(FMT_COMPILE("{:.0f}"), magnitude);
+    if (decimal.exponent > 0) return printed("%.0f", magnitude);
     if (decimal.exponent == 0) return digits;
     const auto decimals = static_cast<std::size_t>(-decimal.exponent);
     if (digits.size() <= decimals) digits.insert(0, decimals + 1 - digits.size(), '0');
@@ -73,15 +59,18 @@ std::string decimalText(double value) {
     if (std::isnan(value)) return sign + "nan";
     if (std::isinf(value)) return sign + "inf";
     if (magnitude == 0) return sign + "0";
-    std::array<char, 32> text;
-    const auto end = fmt::format_to(text.begin(), FMT_COMPILE("{}"), magnitude);
-    Decimal decimal = decimalOf({text.data(), static_cast<std::size_t>(end - text.begin())});
+    const auto fp = fmt::detail::dragonbox::to_decimal(magnitude);
+    Decimal decimal{std::to_string(fp.significand), fp.exponent};
     return sign + (isShortWithoutExponent(decimal) ? withoutExponent(std::move(decimal), magnitude)
                                                    : withExponent(std::move(decimal)));
 }
 
 std::string decimalTextWithSixDecimals(double value) {
-    return fmt::format(FMT_COMPILE("{:.6f}"), value);
+    std::string text = printed("%.6f", value);
+    if (!std::isfinite(value)) return text;
+    // A locale has its own point, of one byte or more.
+    const std::size_t point = text.find_first_not_of("-0123456789");
+    return text.replace(point, text.size() - 6 - point, ".");
 }
 
 std::optional<double> takeDecimal(std::string_view& text) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <span>
+#include <vector>
 
 namespace {
 
@@ -20,9 +21,10 @@ constexpr uint8_t luminance(uint32_t red, uint32_t green, uint32_t blue) {
 }
 
 /// By the 16-bit pixel. A frame holds few colours, so the used part of it stays in the nearest cache.
-const std::array<uint8_t, 65536>& luminanceOf565() {
+/// On the heap, else some compilers put the finished table into the program, which a phone has to download.
+const uint8_t* luminanceOf565() {
     static const auto table = [] {
-        std::array<uint8_t, 65536> values{};
+        std::vector<uint8_t> values(65536);
         for (uint32_t pixel = 0; pixel < values.size(); ++pixel) {
             const uint32_t red = pixel >> 11;
             const uint32_t green = (pixel >> 5) & 63;
@@ -31,7 +33,7 @@ const std::array<uint8_t, 65536>& luminanceOf565() {
         }
         return values;
     }();
-    return table;
+    return table.data();
 }
 
 struct GrayReader {
@@ -44,7 +46,7 @@ struct GrayReader {
 struct Rgb565Reader {
     static constexpr bool hasAlpha = false;
     static constexpr std::size_t step = 2;
-    const uint8_t* table = luminanceOf565().data();
+    const uint8_t* table = luminanceOf565();
     uint32_t value(const uint8_t* pixel) const {
         uint16_t bits = 0;
         std::memcpy(&bits, pixel, sizeof bits);
