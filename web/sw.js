@@ -43,9 +43,17 @@ addEventListener('fetch', (event) => {
     if (shell.includes(path)) event.respondWith(answer(request, path));
 });
 
+/** A page that was left a moment ago may still be counted, hence several looks. */
+async function takeOver(asking) {
+    for (let look = 0; look < 5; ++look) {
+        const pages = await clients.matchAll({type: 'window', includeUncontrolled: true});
+        if (pages.length <= 1) return skipWaiting();
+        await new Promise((resolve) => setTimeout(resolve, 100));
+    }
+    return asking.postMessage('in use');
+}
+
 /** A page that has only begun to start asks for this version; any other that runs keeps its own. */
 addEventListener('message', (event) => {
-    if (event.data !== 'take over') return;
-    event.waitUntil(clients.matchAll({type: 'window', includeUncontrolled: true}).then((pages) =>
-        pages.length > 1 ? event.source.postMessage('in use') : skipWaiting()));
+    if (event.data === 'take over') event.waitUntil(takeOver(event.source));
 });

@@ -132,12 +132,16 @@ export async function fingers(page) {
         move: (...places) => send('touchMove', places),
         up: () => send('touchEnd', []),
         cancel: () => send('touchCancel', []),
-        /** All of them in equal steps from their first places to their last. */
-        async glide(from, to, {steps = 20, pause = 16} = {}) {
+        /** All of them from their first places to their last. The app has time to recognise the first part of
+         * the way, which tells it what they are up to and does not count; slow frames join the steps of the rest. */
+        async glide(from, to, {steps = 20, pause = 16, first = 12} = {}) {
+            const at = (share) => from.map(([x, y], i) => [x + (to[i][0] - x) * share, y + (to[i][1] - y) * share]);
+            const begun = first / Math.hypot(to[0][0] - from[0][0], to[0][1] - from[0][1]);
             await send('touchStart', from);
+            await send('touchMove', at(begun));
+            await page.waitForTimeout(500);
             for (let step = 1; step <= steps; ++step) {
-                await send('touchMove', from.map(([x, y], i) =>
-                    [x + (to[i][0] - x) * step / steps, y + (to[i][1] - y) * step / steps]));
+                await send('touchMove', at(begun + (1 - begun) * step / steps));
                 await page.waitForTimeout(pause);
             }
         },
