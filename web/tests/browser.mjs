@@ -116,6 +116,16 @@ export async function untilView(page, holds = () => true, what = 'a view in the 
     }
 }
 
+/** The same, once it has stayed for long enough: slow frames make rests of their own. */
+export async function untilRests(page, holds, what) {
+    for (;;) {
+        const view = await untilView(page, holds, what);
+        const address = page.url();
+        await page.waitForTimeout(3000);
+        if (page.url() === address) return view;
+    }
+}
+
 export const close = (a, b, tolerance) => Math.abs(a - b) <= tolerance;
 
 export function assertClose(actual, expected, tolerance, what) {

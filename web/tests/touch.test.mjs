@@ -2,8 +2,8 @@
 // The view is read from the address, which follows when it rests.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
-import {assertClose, button, differences, fingers, keepPicture, look, openApp, patience, phone, tablet, untilView,
-    upright} from './browser.mjs';
+import {assertClose, button, differences, fingers, keepPicture, look, openApp, patience, phone, tablet, untilRests,
+    untilView, upright} from './browser.mjs';
 
 const places = [
     {name: 'phone', device: phone},
@@ -29,7 +29,7 @@ for (const {name, device} of places) {
         }
         await hand.up();
         const unit = start.height / shortSide(device);
-        const moved = await untilView(page, (view) => view.x < start.x - 20 * unit, 'a dragged view');
+        const moved = await untilRests(page, (view) => view.x < start.x - 20 * unit, 'a dragged view');
         assertClose(moved.height, start.height, 1e-4, 'the height');
         assertClose(start.x - moved.x, 100 * unit, 16 * unit, 'the way to the left');
         assertClose(start.y - moved.y, 50 * unit, 12 * unit, 'the way up');
@@ -43,7 +43,7 @@ for (const {name, device} of places) {
         await hand.glide([at(500, 200)], [at(200, 200)], {steps: 3, pause: 0});
         await hand.up();
         const unit = start.height / shortSide(device);
-        const thrown = await untilView(page, (view) => view.x > start.x + 20 * unit, 'a thrown view');
+        const thrown = await untilRests(page, (view) => view.x > start.x + 20 * unit, 'a thrown view');
         assert.ok(thrown.x - start.x > 330 * unit, `${(thrown.x - start.x) / unit} points for a finger's 300`);
     });
 
@@ -54,7 +54,7 @@ for (const {name, device} of places) {
         const hand = await fingers(page);
         await hand.glide([at(360, 180), at(440, 180)], [at(300, 180), at(500, 180)], {steps: 24});
         await hand.up();
-        const near = await untilView(page, (view) => view.height < start.height * 0.8, 'a nearer view');
+        const near = await untilRests(page, (view) => view.height < start.height * 0.8, 'a nearer view');
         const factor = start.height / near.height;
         assert.ok(factor > 1.8 && factor < 3, `${factor} times nearer for fingers that spread from 80 to 200`);
         const unit = start.height / shortSide(device);
@@ -93,7 +93,7 @@ test('a second finger midway makes no jump, a lost one no throw', async (t) => {
     await hand.down([300, 200], [500, 100]);
     await page.waitForTimeout(100);
     await hand.cancel();
-    const end = await untilView(page, (view) => view.x > start.x + 0.2, 'a dragged view');
+    const end = await untilRests(page, (view) => view.x > start.x + 0.2, 'a dragged view');
     assertClose(end.x - start.x, 100 * start.height / 390, 20 * start.height / 390, 'the way');
     await page.waitForTimeout(1500);
     assertClose((await untilView(page)).x, end.x, 1e-6, 'it rests');
