@@ -33,17 +33,21 @@ function pointerDown(event) {
 }
 
 function pointerMove(event) {
-    const last = down.get(event.pointerId);
-    if (!last) return;
+    if (!down.has(event.pointerId)) return;
     // While another button stays down, browsers report a released one as a movement.
     if (event.pointerType === 'mouse' && !(event.buttons & 1)) {
         pointerUp(event);
         return;
     }
-    const point = appPoint(event.clientX, event.clientY);
-    if (point.x === last.x && point.y === last.y) return;
-    down.set(event.pointerId, point);
-    touch(moved, event.pointerId, point, event.timeStamp);
+    // Where frames are slow, one event holds many moves: a throw's speed is in them.
+    const parts = event.getCoalescedEvents?.() ?? [];
+    for (const part of parts.length ? parts : [event]) {
+        const {x, y} = down.get(event.pointerId);
+        const point = appPoint(part.clientX, part.clientY);
+        if (point.x === x && point.y === y) continue;
+        down.set(event.pointerId, point);
+        touch(moved, event.pointerId, point, part.timeStamp);
+    }
 }
 
 function pointerUp(event) {

@@ -136,12 +136,25 @@ export function assertClose(actual, expected, tolerance, what) {
 export async function fingers(page) {
     const devtools = await page.context().newCDPSession(page);
     const points = (places) => places.map(([x, y], id) => ({x, y, id}));
-    const send = (type, places) => devtools.send('Input.dispatchTouchEvent', {type, touchPoints: points(places)});
+    const send = (type, places, time = {}) =>
+        devtools.send('Input.dispatchTouchEvent', {type, touchPoints: points(places), ...time});
     return {
         down: (...places) => send('touchStart', places),
         move: (...places) => send('touchMove', places),
         up: () => send('touchEnd', []),
         cancel: () => send('touchCancel', []),
+        /** One finger lands and leaves at full speed, by its own clock: slow frames do not slow it down. */
+        async fling([x1, y1], [x2, y2]) {
+            const steps = 12, interval = 0.012;  // s
+            const from = Date.now() / 1000 - steps * interval;
+            const sent = [send('touchStart', [[x1, y1]], {timestamp: from})];
+            for (let step = 1; step <= steps; ++step) {
+                const place = [x1 + (x2 - x1) * step / steps, y1 + (y2 - y1) * step / steps];
+                sent.push(send('touchMove', [place], {timestamp: from + step * interval}));
+            }
+            sent.push(send('touchEnd', [], {timestamp: from + (steps + 0.5) * interval}));
+            await Promise.all(sent);
+        },
         /** All of them from their first places to their last. The app has time to recognise the first part of
          * the way, which tells it what they are up to and does not count; slow frames join the steps of the rest. */
         async glide(from, to, {steps = 20, pause = 16, first = 12} = {}) {

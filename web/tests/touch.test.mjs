@@ -40,8 +40,7 @@ for (const {name, device} of places) {
         const start = await untilView(page);
         const at = clientOf(device);
         const hand = await fingers(page);
-        await hand.glide([at(500, 200)], [at(200, 200)], {steps: 3, pause: 0});
-        await hand.up();
+        await hand.fling(at(500, 200), at(200, 200));
         const unit = start.height / shortSide(device);
         const thrown = await untilRests(page, (view) => view.x > start.x + 20 * unit, 'a thrown view');
         assert.ok(thrown.x - start.x > 330 * unit, `${(thrown.x - start.x) / unit} points for a finger's 300`);
