@@ -12,7 +12,7 @@ need_node_modules() {
 }
 
 build_site() {
-    need_packages "${WEB_PACKAGES[@]}" && need_node_modules || return
+    need_packages "${WEB_PACKAGES[@]}" || return
     is_configured web || configure web || return
     # Emscripten's own scripts need packages of Node that Debian keeps there.
     NODE_PATH=/usr/share/nodejs build web zentaro_web
@@ -34,7 +34,7 @@ serve_site() {
         esac
         shift
     done
-    build_site || exit 1
+    build_site && need_node_modules || exit 1
     say "build/web/site holds the whole page, for any static host: docs/hosts.md says how. Ctrl+C ends this one:"
     exec node "$root/web/serve.mjs" "${options[@]}" "$root/build/web/site"
 }
