@@ -62,14 +62,15 @@ install_for_user() {
 }
 
 uninstall_for_user() {
-    local file list scheme
-    scheme=$(configured ZENTARO_URL_SCHEME)
+    local file list scheme entry
+    scheme=$(configured ZENTARO_URL_SCHEME) entry=$(configured ZENTARO_BUNDLE_IDENTIFIER).desktop
     while IFS= read -r file; do
         rm -rf "$file"
     done < <(installed_files)
     refresh_desktop
     for list in "${XDG_CONFIG_HOME:-$HOME/.config}/mimeapps.list" "$(data_home)/applications/mimeapps.list"; do
-        [[ ! -e $list ]] || sed -i "\#^x-scheme-handler/$scheme=$(configured ZENTARO_BUNDLE_IDENTIFIER)\.desktop;\?\$#d" "$list"
+        [[ ! -e $list ]] || sed -i --follow-symlinks -e "/^x-scheme-handler\/$scheme=/s/${entry//./\\.};\?//" \
+            -e "/^x-scheme-handler\/$scheme=;*\$/d" "$list"
     done
     say "uninstalled; your settings stay"
 }

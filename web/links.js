@@ -4,7 +4,7 @@ import {callApp} from './app.js';
 
 const shortestPause = 1000;  // ms between two addresses; browsers refuse more than 100 in 30 s
 const answerTime = 2000;     // ms in which a link that shows a view has told its path
-const longestLink = 4096;    // characters; the app's own have under 100
+const longestLink = 65536;   // characters; what the stack of the program takes
 
 /** The path of the view that settled last; null before the first. */
 let shown = null;
@@ -15,7 +15,7 @@ let openedAt = -Infinity;
 let copying = null;
 
 function openLink(text) {
-    callApp('zentaroOpenLink', text.slice(0, longestLink));
+    if (text.length <= longestLink) callApp('zentaroOpenLink', text);
 }
 
 /** Whatever the address says instead, query and fragment included, gives way to the path of what is shown. */

@@ -121,7 +121,7 @@ std::string readLink(CommandLineReading& reading, std::string_view argument) {
     if (!reading.options.link.empty()) return "there is a second link " + quoted(argument) + "; give one";
     const auto link = readSharedLink(argument);
     if (const auto* mistake = std::get_if<LinkMistake>(&link)) return mistake->line;
-    reading.options.link = argument;
+    reading.options.link = std::get<NSURL>(link).absoluteString();
     return {};
 }
 

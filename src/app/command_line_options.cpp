@@ -3,6 +3,7 @@
 // must be read whole, finite and independent of the locale.
 #include "app/command_line_options.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -226,5 +227,8 @@ std::span<const CommandLineOption> commandLineOptions() {
 std::string quoted(std::string_view text) {
     std::string result(1, '\'');
     result.append(text).push_back('\'');
+    // One line, and nothing that a terminal would obey.
+    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
+    std::replace_if(result.begin(), result.end(), isControl, '?');
     return result;
 }

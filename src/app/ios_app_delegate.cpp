@@ -32,6 +32,7 @@ JLRRouteHandlerBlock handlerHolding(std::weak_ptr<iOSAppDelegate> delegate,
 }  // namespace
 
 iOSAppDelegate::~iOSAppDelegate() {
+    if (!_isRouted) return;
     JLRoutes::Class::removeRoute(linkedViewRoute);
     UIDevice::currentDevice().endGeneratingDeviceOrientationNotifications();
 }
@@ -43,6 +44,7 @@ bool iOSAppDelegate::applicationDidFinishLaunching() {
     _launchRect = CGRectNull;
     UIDevice::currentDevice().beginGeneratingDeviceOrientationNotifications();
     JLRoutes::Class::addRoute(linkedViewRoute, handlerHolding(weak_from_this(), &iOSAppDelegate::openView));
+    _isRouted = true;
     return true;
 }
 
@@ -106,6 +108,6 @@ bool iOSAppDelegate::openView(const JLRRouteParameters& parameters) {
 }
 
 void iOSAppDelegate::resetCrap() {
-    if (auto* screen = dynamic_cast<GameViewController*>(_window->rootViewController().get()))
-        screen->resetCrap();
+    const std::shared_ptr<UIViewController> root = _window ? _window->rootViewController() : nullptr;
+    if (auto* screen = dynamic_cast<GameViewController*>(root.get())) screen->resetCrap();
 }

@@ -34,4 +34,5 @@ class iOSAppDelegate : public UIResponder,
 
     std::shared_ptr<UIWindow> _window;
     CGRect _launchRect = CGRectNull;
+    bool _isRouted = false;
 };

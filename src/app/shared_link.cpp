@@ -33,8 +33,7 @@ std::string_view trimmed(std::string_view text) {
 std::string quotedShort(std::string_view text) {
     std::string quote(text.substr(0, longestQuote));
     std::replace_if(
-        quote.begin(), quote.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; },
-        '?');
+        quote.begin(), quote.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
     return "'" + quote + (text.size() > longestQuote ? "...'" : "'");
 }
 

@@ -104,6 +104,8 @@ class DesktopLoop {
         }
         while (SDL_PollEvent(&event) != 0)
             take(event);
+        // A link for an app that leaves would be lost: its giver opens it.
+        if (_window.quitRequested()) return;
         for (std::string& link : _links.take()) {
             _window.bringToFront();
             handle(HostOpenLink{std::move(link)});

@@ -20,7 +20,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t longestLink = 65536;
+constexpr std::size_t longestLink = 1 << 18;  // above the longest argument that a program can get
 constexpr std::size_t mostGivers = 16;
 constexpr std::string_view answer = "taken\n";
 constexpr auto betweenTries = std::chrono::seconds(2);
@@ -136,7 +136,15 @@ HandOver handLinkOver(const std::string& folder, std::string_view link, std::chr
 
 LinkSocket::~LinkSocket() {
     const auto address = addressIn(_folder);
-    if (_socket && address) unlink(address->sun_path);
+    if (_socket && address && isLockInPlace()) unlink(address->sun_path);
+}
+
+/// Whoever cleans the folder up makes room for another owner.
+bool LinkSocket::isLockInPlace() const {
+    struct stat held {};
+    struct stat there {};
+    return fstat(_lock.number(), &held) == 0 && stat((_folder + "/lock").c_str(), &there) == 0 &&
+           held.st_dev == there.st_dev && held.st_ino == there.st_ino;
 }
 
 std::vector<std::string> LinkSocket::take() {
@@ -186,8 +194,9 @@ bool LinkSocket::read(Giver& giver, std::vector<std::string>& links) {
         giver.text.append(bytes.data(), static_cast<std::size_t>(count));
         const auto end = giver.text.find('\n');
         if (end != std::string::npos) {
-            links.push_back(giver.text.substr(0, end));
-            send(giver.connection.number(), answer.data(), answer.size(), MSG_NOSIGNAL);
+            // One that gave up has opened the link itself.
+            const ssize_t sent = send(giver.connection.number(), answer.data(), answer.size(), MSG_NOSIGNAL);
+            if (sent == static_cast<ssize_t>(answer.size())) links.push_back(giver.text.substr(0, end));
             return false;
         }
         if (giver.text.size() > longestLink) return false;

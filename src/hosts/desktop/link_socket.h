@@ -60,6 +60,7 @@ class LinkSocket {
     };
 
     void listen();
+    bool isLockInPlace() const;
     void greet(Clock::time_point now);
     /// Whether there is more to come.
     static bool read(Giver& giver, std::vector<std::string>& links);

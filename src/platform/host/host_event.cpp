@@ -76,7 +76,7 @@ struct Describer {
     std::string operator()(const HostOrientation& held) const {
         return std::string("orientation ") + name(held.orientation);
     }
-    std::string operator()(const HostOpenLink& link) const { return "link " + link.text; }
+    std::string operator()(const HostOpenLink& link) const { return "link " + link.text.substr(0, 200); }
     std::string operator()(HostLifecycle change) const { return std::string("lifecycle ") + name(change); }
     std::string operator()(HostContextLost) const { return "context lost"; }
     std::string operator()(HostClose) const { return "close"; }

@@ -74,7 +74,7 @@ void UIApplication::resignActive() {
 }
 
 void UIApplication::setVisible(bool visible) {
-    if (visible == _visible) return;
+    if (visible == _visible || _terminated) return;
     if (!visible) {
         resignActive();
         if (const auto shown = window()) shown->cancelTouches();

@@ -200,6 +200,8 @@ TEST_F(UIApplicationTest, LifeIsToldInThePlatformsOrder) {
         {HostLifecycle::memoryWarning, {"posted DidReceiveMemoryWarning", "root memory warning"}},
         {HostClose{}, {"will resign", "posted WillResignActive", "will terminate", "posted WillTerminate"}},
         {HostClose{}, {}},
+        {HostVisibility{false}, {}},
+        {HostVisibility{true}, {}},
     };
     for (std::size_t i = 0; i < std::size(steps); ++i) {
         story.clear();
