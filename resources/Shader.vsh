@@ -10,6 +10,7 @@ uniform int uFractalType;
 uniform int uFractalColoring;
 uniform float uFractalColorCycling;
 uniform float uDwell;
+uniform vec2 uReducedSize; // pixels, where fewer are drawn than the screen has; else 0
 
 varying vec4 vPlane;  // the view's middle is xy + zw: a point of the lattice of 2^-11, and the small rest
 varying vec2 vCorner; // pixels from the picture's bottom left, wherever the viewport lies
@@ -66,7 +67,7 @@ void main() {
     vec2 base = vec2(onLattice(middle.x), onLattice(middle.y));
     vPlane = vec4(base, (low - base) + 0.5 * size);
 
-    vec2 pixels = uResolution * uDeviceScale;
+    vec2 pixels = uReducedSize.x > 0.0 ? uReducedSize : uResolution * uDeviceScale;
     vec2 stepSize = size / pixels;
     vCorner = (0.5 * aPosition + 0.5) * pixels;
     vPixel = vec4(0.5 * pixels, stepSize.x, -stepSize.y);

@@ -6,8 +6,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <fast_float/fast_float.h>
 #include <fmt/format.h>
+#include <locale.h>
+#include <stdlib.h>
 #include <utility>
 
 namespace {
@@ -51,6 +52,36 @@ std::string withExponent(Decimal decimal) {
     return text.append(digits.size() < 2 ? "0" : "").append(digits);
 }
 
+/// What of the front may be a number. The C library takes more for one: space and a plus before it, "0x1p3",
+/// "nan(1)".
+std::string frontOf(std::string_view text) {
+    constexpr std::string_view ordinary = "0123456789.eEiInNfFaAtTyY";
+    std::size_t length = 0;
+    for (; length < text.size(); ++length) {
+        const char character = text[length];
+        const bool startsExponent = length > 0 && (text[length - 1] == 'e' || text[length - 1] == 'E');
+        const bool isSign =
+            character == '-' ? length == 0 || startsExponent : character == '+' && startsExponent;
+        if (!isSign && ordinary.find(character) == std::string_view::npos) break;
+    }
+    return std::string(text.substr(0, length));
+}
+
+template <typename Number>
+std::optional<Number> takeNumber(std::string_view& text, Number (*read)(const char*, char**, locale_t)) {
+    static const locale_t withPoint = newlocale(LC_ALL_MASK, "C", nullptr);
+    const std::string front = frontOf(text);
+    char* end = nullptr;
+    const Number value = read(front.c_str(), &end, withPoint);
+    const auto length = static_cast<std::size_t>(end - front.c_str());
+    if (length == 0) return std::nullopt;
+    // Infinity is an answer to digits too.
+    const char first = front[front.front() == '-' ? 1 : 0];
+    if (std::isinf(value) && first != 'i' && first != 'I') return std::nullopt;
+    text.remove_prefix(length);
+    return value;
+}
+
 }  // namespace
 
 std::string decimalText(double value) {
@@ -74,12 +105,9 @@ std::string decimalTextWithSixDecimals(double value) {
 }
 
 std::optional<double> takeDecimal(std::string_view& text) {
-    double value = 0;
-    const auto [end, error] = fast_float::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc()) return std::nullopt;
-    // Infinity is an answer to digits too.
-    const char first = text[text.front() == '-' ? 1 : 0];
-    if (std::isinf(value) && first != 'i' && first != 'I') return std::nullopt;
-    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-    return value;
+    return takeNumber<double>(text, &strtod_l);
+}
+
+std::optional<float> takeDecimalFloat(std::string_view& text) {
+    return takeNumber<float>(text, &strtof_l);
 }

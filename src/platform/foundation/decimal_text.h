@@ -17,3 +17,6 @@ std::string decimalTextWithSixDecimals(double value);
 /// "nan" in any case. Rounded once, 0 below the smallest double. Nothing, and `text` as it was, if it begins
 /// with no number or with one beyond the largest double.
 std::optional<double> takeDecimal(std::string_view& text);
+
+/// The same, rounded once to 32 bits.
+std::optional<float> takeDecimalFloat(std::string_view& text);

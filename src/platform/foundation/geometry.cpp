@@ -127,6 +127,11 @@ Pair pairFromString(std::string_view text) {
 
 }  // namespace
 
+bool isFinite(CGRect r) {
+    return std::isfinite(CGRectGetMinX(r)) && std::isfinite(CGRectGetMinY(r)) &&
+           std::isfinite(CGRectGetMaxX(r)) && std::isfinite(CGRectGetMaxY(r));
+}
+
 bool CGRectIsNull(CGRect r) {
     return r.origin.x == CGRectNull.origin.x || r.origin.y == CGRectNull.origin.y;
 }

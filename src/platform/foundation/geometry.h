@@ -79,6 +79,8 @@ constexpr CGRect CGRectOffset(CGRect r, CGFloat dx, CGFloat dy) {
     return {{r.origin.x + dx, r.origin.y + dy}, r.size};
 }
 bool CGRectIsNull(CGRect r);
+/// Whether all four edges are numbers.
+bool isFinite(CGRect r);
 /// True for the null rectangle and for one without area.
 bool CGRectIsEmpty(CGRect r);
 /// Half open: the left and top edges belong to the rectangle, the right and bottom ones do not.

@@ -21,15 +21,7 @@ struct WriteValue {
         access.set(*typed);
         return true;
     }
-    bool operator()(const KeyValueAccess<std::any>& object) const {
-        if (!object.set) return false;
-        try {
-            object.set(value);
-        } catch (const std::bad_any_cast&) {
-            return false;
-        }
-        return true;
-    }
+    bool operator()(const KeyValueAccess<std::any>& object) const { return object.set && object.set(value); }
 };
 
 struct TypeCode {

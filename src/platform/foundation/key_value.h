@@ -26,9 +26,26 @@ struct CGRectOfFloats {
 template <typename Value>
 struct KeyValueAccess {
     std::function<Value()> get;
-    /// Empty for a read-only property. Objects come in a std::any: throws std::bad_any_cast for another kind.
+    /// Empty for a read-only property.
     std::function<void(const Value&)> set;
 };
+
+template <>
+struct KeyValueAccess<std::any> {
+    std::function<std::any()> get;
+    /// Empty for a read-only property. Answers NO for an object of another kind, which changes nothing.
+    std::function<bool(const std::any&)> set;
+};
+
+/// A setter of an object held as Object, which hands on what it is given.
+template <typename Object, typename Setter>
+std::function<bool(const std::any&)> setterOf(Setter set) {
+    return [set](const std::any& value) {
+        const auto* object = std::any_cast<Object>(&value);
+        if (object) set(*object);
+        return object != nullptr;
+    };
+}
 
 /// A property of one of the types that have a type code; std::any stands for an object.
 using KeyValueProperty = std::variant<KeyValueAccess<std::any>, KeyValueAccess<bool>, KeyValueAccess<int32_t>,

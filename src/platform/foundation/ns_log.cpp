@@ -6,6 +6,8 @@
 #include <mutex>
 #include <utility>
 
+#include "platform/foundation/ns_string.h"
+
 namespace {
 
 struct LogState {
@@ -17,17 +19,6 @@ struct LogState {
 LogState& state() {
     static auto* instance = new LogState;
     return *instance;
-}
-
-std::string formatted(const char* format, std::va_list arguments) {
-    std::va_list again;
-    va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, again);
-    va_end(again);
-    if (length <= 0) return {};
-    std::string line(static_cast<std::size_t>(length), '\0');
-    std::vsnprintf(line.data(), line.size() + 1, format, arguments);
-    return line;
 }
 
 void emit(std::string& line) {
@@ -48,7 +39,7 @@ void emit(std::string& line) {
 void NSLog(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    std::string line = formatted(format, arguments);
+    std::string line = NSString_stringWithFormatArguments(format, arguments);
     va_end(arguments);
     emit(line);
 }

@@ -19,25 +19,33 @@ inline const std::string UIApplicationWillTerminateNotification = "UIApplication
 inline const std::string UIApplicationDidReceiveMemoryWarningNotification =
     "UIApplicationDidReceiveMemoryWarningNotification";
 
+/// Valid while it is being delivered.
+struct NSNotification {
+    const std::string& name;
+    /// Who posted it, or what it is about; may be null.
+    const void* object;
+};
+
 class NSNotificationCenter {
   public:
     static NSNotificationCenter& defaultCenter();
 
-    /// Calls block for every posting of name (from any sender if sender is null) while observer lives; a
-    /// dead observer is forgotten.
-    void addObserver(std::weak_ptr<void> observer, const std::string& name, const void* sender,
-                     std::function<void()> block);
+    using Block = std::function<void(const NSNotification& notification)>;
+
+    /// Calls block for every posting of name (with any object if object is null) while observer lives; a dead
+    /// observer is forgotten.
+    void addObserver(std::weak_ptr<void> observer, const std::string& name, const void* object, Block block);
     void removeObserver(const void* observer);
 
     /// Observers added while a posting is being delivered do not see it; removed ones no longer do.
-    void postNotificationName(const std::string& name, const void* sender = nullptr);
+    void postNotificationName(const std::string& name, const void* object = nullptr);
 
   private:
     struct Observer {
-        std::weak_ptr<void> object;
+        std::weak_ptr<void> observer;
         std::string name;
-        const void* sender;
-        std::function<void()> block;
+        const void* object;
+        Block block;
         bool removed = false;
     };
     std::vector<std::shared_ptr<Observer>> _observers;

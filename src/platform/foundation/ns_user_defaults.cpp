@@ -192,6 +192,16 @@ std::string NSUserDefaults::stringForKey(const std::string& key) const {
                       found->second);
 }
 
+std::optional<NSDate> NSUserDefaults::dateForKey(const std::string& key) const {
+    const auto found = _values.find(key);
+    if (found == _values.end()) return std::nullopt;
+    const bool isNumber = std::visit(
+        Overloaded{[](int64_t) { return true; }, [](double number) { return std::isfinite(number); },
+                   [](const auto&) { return false; }},
+        found->second);
+    return isNumber ? std::optional(NSDate(doubleForKey(key))) : std::nullopt;
+}
+
 void NSUserDefaults::setValue(Value value, const std::string& key) {
     const auto found = _values.find(key);
     if (found != _values.end() && found->second == value) return;
@@ -214,6 +224,10 @@ void NSUserDefaults::setDouble(double value, const std::string& key) {
 
 void NSUserDefaults::setString(const std::string& value, const std::string& key) {
     setValue(value, key);
+}
+
+void NSUserDefaults::setDate(NSDate value, const std::string& key) {
+    setDouble(value.timeIntervalSinceReferenceDate(), key);
 }
 
 void NSUserDefaults::removeObjectForKey(const std::string& key) {

@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/foundation/ns_date.h"
 #include "platform/host/preferences_store.h"
 
 class NSUserDefaults {
@@ -28,12 +29,16 @@ class NSUserDefaults {
     bool boolForKey(const std::string& key) const;
     double doubleForKey(const std::string& key) const;
     std::string stringForKey(const std::string& key) const;
+    /// Nothing for what is no finite number.
+    std::optional<NSDate> dateForKey(const std::string& key) const;
     bool hasKey(const std::string& key) const { return _values.contains(key) || _foreign.contains(key); }
 
     void setInteger(int64_t value, const std::string& key);
     void setBool(bool value, const std::string& key);
     void setDouble(double value, const std::string& key);
     void setString(const std::string& value, const std::string& key);
+    /// Kept as its seconds.
+    void setDate(NSDate value, const std::string& key);
     void removeObjectForKey(const std::string& key);
 
     /// Writes what changed to the store. NO, with one log line per run, if the store refused; the values

@@ -47,7 +47,11 @@ void copyRGB(const CGImage& tile, std::vector<uint8_t>& rows, int32_t rowPixels,
 GLKView::~GLKView() = default;
 
 void GLKView::setContext(std::shared_ptr<EAGLContext> context) {
-    if (_context != context) _offscreen.reset();
+    if (_context != context) {
+        _offscreen.reset();
+        _reduced.reset();
+        _refusedSize = {};
+    }
     if (!context) {
         _snapshot = nullptr;
         _snapshotPixels = nullptr;
@@ -93,18 +97,43 @@ GLKView::PixelRect GLKView::placeOnScreen() const {
             _context->surface().pixelHeight() - bottom, drawableWidth(), drawableHeight()};
 }
 
+/// In 32-bit colour like the screen: its bands would be wide ones otherwise. Without memory for it, nothing.
+void GLKView::drawReduced() {
+    const auto side = [&](int32_t pixels) {
+        return std::max<int32_t>(1, static_cast<int32_t>(std::lround(pixels * _drawableScale)));
+    };
+    const int32_t width = side(drawableWidth());
+    const int32_t height = side(drawableHeight());
+    const CGSize size = CGSizeMake(width, height);
+    if (!_reduced || _reduced->width() != width || _reduced->height() != height) {
+        _reduced.reset();
+        if (size == _refusedSize) return;
+        _reduced = OffscreenDrawable::make(width, height, false);
+        _refusedSize = _reduced ? CGSize{} : size;
+    }
+    if (!_reduced) return;
+    _reduced->bind();
+    glViewport(0, 0, width, height);
+    _reducedSize = size;
+    if (_delegate) _delegate->glkViewDrawInRect(*this, bounds());
+    _reducedSize = {};
+}
+
 bool GLKView::display() {
     if (!_context) return false;
     if (_retainedBacking) {
         if (!offscreenDrawable(drawableWidth(), drawableHeight())) return false;
         drawThroughDelegate(0, 0);
     }
+    const bool wantsReduced = !_retainedBacking && _drawableScale < 1;
+    if (wantsReduced) drawReduced();
+    if (!wantsReduced) _reduced.reset();
     bindScreen();
     const PixelRect place = placeOnScreen();
     const GLSurface& surface = _context->surface();
     const bool fillsScreen = place.width >= surface.pixelWidth() && place.height >= surface.pixelHeight();
     if (!fillsScreen) clearScreenToBlack();
-    if (_retainedBacking) return true;
+    if (displayedDrawable()) return true;
     if (!fillsScreen) {
         glEnable(GL_SCISSOR_TEST);
         glScissor(place.x, place.y, place.width, place.height);
@@ -114,8 +143,15 @@ bool GLKView::display() {
     return true;
 }
 
-const OffscreenDrawable* GLKView::retainedDrawable() const {
-    return _retainedBacking ? _offscreen.get() : nullptr;
+bool GLKView::displayNothing() {
+    if (!_context) return false;
+    bindScreen();
+    clearScreenToBlack();
+    return true;
+}
+
+const OffscreenDrawable* GLKView::displayedDrawable() const {
+    return _retainedBacking ? _offscreen.get() : _reduced.get();
 }
 
 UIImageRef GLKView::snapshot() {
@@ -177,7 +213,9 @@ bool GLKView::snapshotInTiles(int32_t maxTile, const RowSink& sink) {
 }
 
 void GLKView::contextLost() {
-    if (_offscreen) _offscreen->forget();
-    _offscreen.reset();
+    for (auto* drawable : {&_offscreen, &_reduced}) {
+        if (*drawable) (*drawable)->forget();
+        drawable->reset();
+    }
     _context = nullptr;
 }

@@ -44,6 +44,13 @@ class GLKView : public UIView {
     /// pass over the screen.
     void setRetainedBacking(bool retained) { _retainedBacking = retained; }
 
+    /// Below 1: frames on the screen are drawn into a smaller drawable, so many pixels per pixel of the
+    /// screen along each side, and scaled up. Snapshots keep all pixels. At 1 (the default) it costs nothing;
+    /// it does nothing with a retained backing.
+    void setDrawableScale(double scale) { _drawableScale = scale; }
+    /// The pixels of the frame that is being drawn if it is such a reduced one; zero otherwise.
+    CGSize reducedSize() const { return _reducedSize; }
+
     /// Pixels: the bounds times the screen's scale, rounded.
     int32_t drawableWidth() const;
     int32_t drawableHeight() const;
@@ -61,8 +68,10 @@ class GLKView : public UIView {
     /// Draws one frame through the delegate, black around it where the view leaves screen free; false without
     /// a context.
     bool display();
+    /// In the place of a frame, where another screen covers the view: black.
+    bool displayNothing();
     /// Where the last frame lies if not in the screen's framebuffer; null otherwise.
-    const OffscreenDrawable* retainedDrawable() const;
+    const OffscreenDrawable* displayedDrawable() const;
 
     /// The frame as an image of the drawable's pixel size, drawn once more through the delegate into a
     /// drawable of the view's format; null without a context.
@@ -82,6 +91,7 @@ class GLKView : public UIView {
 
   private:
     OffscreenDrawable* offscreenDrawable(int32_t width, int32_t height);
+    void drawReduced();
     bool snapshotIsFree(const OffscreenDrawable& drawable) const;
     void bindScreen();
     void drawThroughDelegate(int32_t viewportX, int32_t viewportY);
@@ -91,6 +101,12 @@ class GLKView : public UIView {
     GLKViewDrawableDepthFormat _depthFormat = GLKViewDrawableDepthFormat::none;
     GLKViewDelegate* _delegate = nullptr;
     bool _retainedBacking = false;
+    double _drawableScale = 1;
+    CGSize _reducedSize;
+    /// In pixels: what the GPU had no memory for is not asked for again every frame.
+    CGSize _refusedSize;
+    /// Null while frames are drawn at full scale.
+    std::unique_ptr<OffscreenDrawable> _reduced;
     /// Made by the first snapshot, and kept while its size lasts.
     std::unique_ptr<OffscreenDrawable> _offscreen;
     /// The last snapshot and its pixels, whose memory the next one takes if nobody else holds them by then:

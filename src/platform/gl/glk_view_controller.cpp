@@ -19,6 +19,7 @@ std::shared_ptr<GLKView> GLKViewController::glkView() {
 
 void GLKViewController::viewWillAppear(bool animated) {
     UIViewController::viewWillAppear(animated);
+    _covered = false;
     UIApplication* application = UIApplication::sharedApplication();
     if (!application || _frameToken != 0) return;
     _frameToken = application->addFrameCallback([this](double time) { step(time); });
@@ -26,6 +27,7 @@ void GLKViewController::viewWillAppear(bool animated) {
 
 void GLKViewController::viewDidDisappear(bool animated) {
     UIViewController::viewDidDisappear(animated);
+    _covered = true;
     stopFrames();
 }
 
@@ -38,5 +40,6 @@ void GLKViewController::stopFrames() {
 void GLKViewController::step(double time) {
     if (_firstResume < 0) _firstResume = time;
     _timeSinceFirstResume = time - _firstResume;
-    update();
+    // What lies under another screen is seen, but rests.
+    if (!presentedViewController()) update();
 }

@@ -17,10 +17,12 @@ class GLKViewController : public UIViewController, public GLKViewDelegate {
     /// The controller's own view as what it is; null if a storyboard gave another class.
     std::shared_ptr<GLKView> glkView();
 
-    /// Called once per frame before drawing.
+    /// Called once per frame before drawing, unless another screen is presented over this one.
     virtual void update() {}
     /// Seconds of the app's clock since the controller first drew.
     double timeSinceFirstResume() const { return _timeSinceFirstResume; }
+    /// YES while another screen covers this one wholly: nothing of it needs to be drawn.
+    bool isCovered() const { return _covered; }
     /// One refresh at the app's time: update().
     void step(double time);
     /// The context and all GL objects died, and the view has forgotten them; the next frame needs new ones.
@@ -31,6 +33,7 @@ class GLKViewController : public UIViewController, public GLKViewDelegate {
 
     /// 0 while no frames come.
     int _frameToken = 0;
+    bool _covered = false;
     double _timeSinceFirstResume = 0;
     /// App time of the first frame, negative before it.
     double _firstResume = -1;

@@ -1,12 +1,15 @@
-// One frame on the screen: the GL view's drawing, a retained drawable where there is one, then the overlay.
+// One frame on the screen: the GL view's drawing, a drawable of its own where it has one, then the overlay.
 // An overlay that did not change costs one blended rectangle of its own size; none costs nothing.
 #include "platform/gl/screen_compositor.h"
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "platform/gl/glk_view_controller.h"
+#include "platform/gl/screen_reader.h"
 #include "platform/gl/textured_quad.h"
 #include "platform/host/canvas_provider.h"
 #include "platform/ui/ui_screen.h"
@@ -67,23 +70,32 @@ class OverlayTexture {
     void upload() {
         GLint bound = 0;
         glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+        if (_texture == 0) makeTexture();
+        glBindTexture(GL_TEXTURE_2D, _texture);
+        if (!_canvas->copyToTexture()) copyPixels();
+        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(bound));
+    }
+
+    void copyPixels() {
         const GLsizei width = _canvas->width();
         const GLsizei height = _canvas->height();
         const uint8_t* pixels = rgbaPixels();
-        if (_texture == 0) glGenTextures(1, &_texture);
-        glBindTexture(GL_TEXTURE_2D, _texture);
         if (width == _textureWidth && height == _textureHeight) {
             glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
         } else {
             glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
-            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-            glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
             _textureWidth = width;
             _textureHeight = height;
         }
-        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(bound));
+    }
+
+    void makeTexture() {
+        glGenTextures(1, &_texture);
+        glBindTexture(GL_TEXTURE_2D, _texture);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     }
 
     /// The canvas's B, G, R, A as the R, G, B, A of a GL texture: done once a repaint instead of once a
@@ -91,11 +103,13 @@ class OverlayTexture {
     const uint8_t* rgbaPixels() {
         const auto& pixels = _canvas->pixels();
         _rgba.resize(pixels.size());
+        // Bytes 0 and 2 change places whichever way words lie in memory; by words, many at once.
         for (std::size_t i = 0; i + 3 < pixels.size(); i += 4) {
-            _rgba[i] = pixels[i + 2];
-            _rgba[i + 1] = pixels[i + 1];
-            _rgba[i + 2] = pixels[i];
-            _rgba[i + 3] = pixels[i + 3];
+            uint32_t pixel = 0;
+            std::memcpy(&pixel, &pixels[i], sizeof pixel);
+            constexpr uint32_t kept = std::endian::native == std::endian::little ? 0xFF00FF00 : 0x00FF00FF;
+            pixel = (pixel & kept) | (std::rotl(pixel, 16) & ~kept);
+            std::memcpy(&_rgba[i], &pixel, sizeof pixel);
         }
         return _rgba.data();
     }
@@ -111,11 +125,14 @@ class OverlayTexture {
 
 class ScreenCompositor : public FramePresenter {
   public:
-    void presentFrame(UIWindow& window, double /*time*/, bool overlayChanged) override {
-        GLKView* view = dynamic_cast<GLKView*>(window.rootViewController()->view().get());
-        if (!view || !view->display()) return;
+    void presentFrame(UIWindow& window, double time, bool overlayChanged) override {
+        UIViewController& root = *window.rootViewController();
+        auto* const view = dynamic_cast<GLKView*>(root.view().get());
+        const auto* const controller = dynamic_cast<GLKViewController*>(&root);
+        const bool isCovered = controller && controller->isCovered();
+        if (!view || !(isCovered ? view->displayNothing() : view->display())) return;
         GLSurface& surface = view->context()->surface();
-        if (const OffscreenDrawable* drawable = view->retainedDrawable()) {
+        if (const auto* drawable = isCovered ? nullptr : view->displayedDrawable()) {
             const GLKView::PixelRect place = view->placeOnScreen();
             glViewport(place.x, place.y, place.width, place.height);
             _quad.draw(drawable->texture(), {}, TexturedQuad::Layer::below);
@@ -128,6 +145,7 @@ class ScreenCompositor : public FramePresenter {
             _overlayStale = false;
         }
         if (_presentedOnce) _overlay.draw(_quad, surface.pixelWidth(), surface.pixelHeight());
+        captureScreen(surface, time);
         surface.present();
         _presentedOnce = true;
     }

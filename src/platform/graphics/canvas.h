@@ -41,14 +41,22 @@ class Canvas {
     /// one line at most when singleLine, its end cut with an ellipsis.
     virtual void drawText(const std::string& text, const UIFont& font, UIColor color, CGRect rect,
                           NSTextAlignment alignment, bool singleLine) = 0;
+
+  protected:
+    /// A drawing scaled into the rectangle, by the operations above.
+    void drawGlyph(const VectorGlyph& glyph, CGRect rect, UIColor tint);
 };
 
-/// A Canvas over pixels of its own.
+/// A Canvas over pixels of its own, which are had in one of two ways.
 class BitmapCanvas : public Canvas {
   public:
     /// Pixels.
     virtual int32_t width() const = 0;
     virtual int32_t height() const = 0;
-    /// Bytes B, G, R, A, premultiplied, rows from the top, width * 4 each, complete up to the last call.
-    virtual std::span<const uint8_t> pixels() = 0;
+    /// Gives the pixels, complete up to the last call, to the GL texture that is bound; NO, and nothing
+    /// happens, where they are had from pixels().
+    virtual bool copyToTexture() { return false; }
+    /// Bytes B, G, R, A, premultiplied, rows from the top, width * 4 each, complete up to the last call;
+    /// none where copyToTexture() answers YES.
+    virtual std::span<const uint8_t> pixels() { return {}; }
 };

@@ -270,10 +270,7 @@ CGBitmapContext::CGBitmapContext(uint8_t* data, int32_t width, int32_t height, i
 
 void CGBitmapContext::drawImage(CGRect rect, const CGImage& image) {
     // False for NaN too; infinite sides have no scale.
-    if (!(rect.size.width > 0 && rect.size.height > 0) || !std::isfinite(CGRectGetMaxX(rect)) ||
-        !std::isfinite(CGRectGetMaxY(rect))) {
-        return;
-    }
+    if (!(rect.size.width > 0 && rect.size.height > 0) || !isFinite(rect)) return;
     const Axis columns(image.width(), rect.origin.x, rect.size.width, _width);
     const Axis rows(image.height(), rect.origin.y, rect.size.height, _height);
     if (columns.begin >= columns.end || rows.begin >= rows.end) return;

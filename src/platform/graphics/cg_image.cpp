@@ -3,8 +3,9 @@
 #include "platform/graphics/cg_image.h"
 
 #include <cstring>
-#include <stdexcept>
 #include <utility>
+
+#include "platform/foundation/ns_assert.h"
 
 namespace {
 
@@ -47,10 +48,18 @@ std::size_t CGImageBytesPerPixel(CGImageFormat format) {
 
 CGImage::CGImage(int32_t width, int32_t height, CGImageFormat format, std::vector<uint8_t> pixels)
     : _width(width), _height(height), _format(format), _pixels(std::move(pixels)) {
-    if (width <= 0 || height <= 0) throw std::invalid_argument("a picture needs at least one pixel");
+    NSCAssert(width > 0 && height > 0, "CGImage");
     const std::size_t needed =
         static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * CGImageBytesPerPixel(format);
-    if (_pixels.size() != needed) throw std::invalid_argument("the bytes do not fit the picture's size");
+    NSCAssert(_pixels.size() == needed, "CGImage");
+}
+
+bool CGImage::isOpaque() const {
+    if (_format != CGImageFormat::rgba8888) return true;
+    for (std::size_t alpha = 3; alpha < _pixels.size(); alpha += 4) {
+        if (_pixels[alpha] != 255) return false;
+    }
+    return true;
 }
 
 std::span<const uint8_t> CGImage::row(int32_t y) const {

@@ -19,8 +19,8 @@ std::size_t CGImageBytesPerPixel(CGImageFormat format);
 
 class CGImage {
   public:
-    /// Rows from the top, width * bytes-per-pixel each, without padding. Throws std::invalid_argument if the
-    /// bytes do not fit the size or a side is not positive.
+    /// Rows from the top, width * bytes-per-pixel each, without padding. The bytes fit
+    /// the size, whose sides are positive: anything else stops the program.
     CGImage(int32_t width, int32_t height, CGImageFormat format, std::vector<uint8_t> pixels);
 
     int32_t width() const { return _width; }
@@ -28,6 +28,8 @@ class CGImage {
     CGImageFormat format() const { return _format; }
     std::span<const uint8_t> pixels() const { return _pixels; }
     std::span<const uint8_t> row(int32_t y) const;
+    /// Whether no pixel is transparent; only rgba8888 can have such.
+    bool isOpaque() const;
     struct Color {
         uint8_t red, green, blue, alpha;
         friend bool operator==(const Color&, const Color&) = default;

@@ -14,5 +14,6 @@ struct UIColor {
     static constexpr UIColor white(double brightness = 1, double alpha = 1) {
         return {brightness, brightness, brightness, alpha};
     }
+    static constexpr UIColor systemGray() { return {142.0 / 255, 142.0 / 255, 147.0 / 255, 1}; }
     constexpr UIColor withAlpha(double value) const { return {red, green, blue, value}; }
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 enum class NSTextAlignment { left, center, right };
 
@@ -16,4 +17,12 @@ struct UIFont {
 
     static UIFont systemFontOfSize(double size) { return {"", size, false}; }
     static UIFont boldSystemFontOfSize(double size) { return {"", size, true}; }
+    /// By the name of one of its faces: "AmericanTypewriter-Bold".
+    static UIFont fontWithName(const std::string& name, double size);
+    /// Running text at the size that the user reads.
+    static UIFont preferredFontForTextStyleBody() { return systemFontOfSize(17); }
 };
+
+/// The families that a text engine looks for, the first one first; without any of them the system's own font
+/// stands in. Fonts that cannot be shipped come after a like one that can, so that every host looks the same.
+std::vector<std::string> fontFamiliesFor(const UIFont& font);

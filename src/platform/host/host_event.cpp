@@ -3,6 +3,7 @@
 #include "platform/host/host_event.h"
 
 #include "platform/foundation/decimal_text.h"
+#include "platform/foundation/quoted_text.h"
 
 namespace {
 
@@ -21,9 +22,9 @@ const char* name(UITouchPhase phase) {
 }
 
 const char* name(HostKey key) {
-    static constexpr const char* names[] = {"character", "escape", "return",   "space", "home",
-                                            "left",      "right",  "up",       "down",  "f1",
-                                            "f11",       "tab",    "backspace"};
+    static constexpr const char* names[] = {"character", "escape",  "return",    "space", "home", "left",
+                                            "right",     "up",      "down",      "f1",    "f11",  "tab",
+                                            "backspace", "page up", "page down", "end",   "back"};
     return names[static_cast<std::size_t>(key)];
 }
 
@@ -70,6 +71,14 @@ struct Describer {
     std::string operator()(const HostResize& resize) const {
         return "resize " + NSStringFromCGSize(resize.size) + " scale " + decimalText(resize.scale);
     }
+    std::string operator()(const HostSafeArea& area) const {
+        const UIEdgeInsets& insets = area.insets;
+        return "safe area " + decimalText(insets.top) + " " + decimalText(insets.right) + " " +
+               decimalText(insets.bottom) + " " + decimalText(insets.left);
+    }
+    std::string operator()(const HostReduceMotion& wish) const {
+        return wish.reduced ? "less motion" : "usual motion";
+    }
     std::string operator()(const HostVisibility& visibility) const {
         return visibility.visible ? "visible" : "hidden";
     }
@@ -77,6 +86,7 @@ struct Describer {
         return std::string("orientation ") + name(held.orientation);
     }
     std::string operator()(const HostOpenLink& link) const { return "link " + link.text.substr(0, 200); }
+    std::string operator()(const HostOpenPicture& picture) const { return "picture " + quoted(picture.name); }
     std::string operator()(HostLifecycle change) const { return std::string("lifecycle ") + name(change); }
     std::string operator()(HostContextLost) const { return "context lost"; }
     std::string operator()(HostClose) const { return "close"; }

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 
 #include "platform/foundation/geometry.h"
+#include "platform/graphics/picture_texts.h"
 
 /// Seconds on the host's monotonic clock; the same clock as UIApplication::frame's.
 using HostTime = double;
@@ -38,7 +40,11 @@ enum class HostKey {
     f1,
     f11,
     tab,
-    backspace
+    backspace,
+    pageUp,
+    pageDown,
+    end,
+    back  ///< of phones, browsers and some keyboards: to the screen before this one
 };
 
 struct HostKeyPress {
@@ -73,6 +79,16 @@ struct HostVisibility {
     bool visible = true;
 };
 
+/// What notches, rounded corners and system bars cover, from each edge of the window in points.
+struct HostSafeArea {
+    UIEdgeInsets insets;
+};
+
+/// The user asks for things on the screen to move less, or no longer does.
+struct HostReduceMotion {
+    bool reduced = false;
+};
+
 /// How the device is held: landscapeLeft has the upper edge of a device held upright on the left.
 enum class UIDeviceOrientation { unknown, portrait, portraitUpsideDown, landscapeLeft, landscapeRight };
 
@@ -85,6 +101,12 @@ struct HostOpenLink {
     std::string text;
 };
 
+/// A file that somebody handed to the app as a picture: at its start, from another program or dropped.
+struct HostOpenPicture {
+    std::string name;                   ///< as its giver knows it
+    std::optional<PictureTexts> texts;  ///< nothing for a file that is no picture
+};
+
 enum class HostLifecycle { didBecomeActive, willResignActive, memoryWarning, willTerminate };
 
 /// The GL context died with all its objects; the surface can make a new one.
@@ -92,8 +114,9 @@ struct HostContextLost {};
 
 struct HostClose {};
 
-using HostEvent = std::variant<HostTouch, HostKeyPress, HostWheel, HostMagnify, HostResize, HostVisibility,
-                               HostOrientation, HostOpenLink, HostLifecycle, HostContextLost, HostClose>;
+using HostEvent = std::variant<HostTouch, HostKeyPress, HostWheel, HostMagnify, HostResize, HostSafeArea,
+                               HostVisibility, HostReduceMotion, HostOrientation, HostOpenLink,
+                               HostOpenPicture, HostLifecycle, HostContextLost, HostClose>;
 
 /// One line for logs and failing tests: "touch began 3 {12, 40} 0.25".
 std::string describe(const HostEvent& event);

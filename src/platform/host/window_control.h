@@ -2,6 +2,7 @@
 // Everything else about the window is the host's own business.
 #pragma once
 
+#include <functional>
 #include <string>
 
 class WindowControl {
@@ -14,6 +15,9 @@ class WindowControl {
     /// What was copied last, here or elsewhere; empty where there is no text, or the host may not look.
     virtual std::string clipboardText() = 0;
     virtual void setClipboardText(const std::string& text) = 0;
+    /// Hands a link to the program that the system has for it, without waiting. opened: called once, on the
+    /// main thread, with a later frame.
+    virtual void openURL(const std::string& url, std::function<void(bool opened)> opened) = 0;
     /// Ends the app after the current frame.
     virtual void requestQuit() = 0;
 };

@@ -6,6 +6,10 @@
 
 #include "platform/host/canvas_provider.h"
 
+/// Posted when texts have other sizes than before: the user's wish changed, or fonts arrived.
+inline const std::string UIContentSizeCategoryDidChangeNotification =
+    "UIContentSizeCategoryDidChangeNotification";
+
 /// Points; a width of 0 or less for unwrapped lines.
 inline CGSize measureText(const std::string& text, const UIFont& font, CGFloat width) {
     const std::shared_ptr<CanvasProvider> provider = sharedCanvasProvider();

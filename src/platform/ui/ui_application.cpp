@@ -10,12 +10,16 @@
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/foundation/ns_notification_center.h"
+#include "platform/ui/ui_accessibility.h"
 #include "platform/ui/ui_device.h"
 #include "platform/ui/ui_screen.h"
 #include "platform/ui/ui_view_controller.h"
 #include "platform/ui/view_animator.h"
 
 namespace {
+
+/// Points, and pixels: no GPU draws more.
+constexpr double longestSide = 32768;
 
 UIApplication* sharedInstance = nullptr;
 
@@ -35,6 +39,7 @@ UIApplication::~UIApplication() {
     NSRunLoop::currentRunLoop().invalidateDisplayLinks();
     NSRunLoop::currentRunLoop().setRefreshesPerFrame(1);
     ViewAnimator::shared().reset();
+    setReduceMotionEnabled(false);
     if (sharedInstance == this) sharedInstance = nullptr;
 }
 
@@ -81,6 +86,7 @@ void UIApplication::setVisible(bool visible) {
         _visible = false;
         _lastFrame.reset();
         if (!_launched) return;
+        _inBackground = true;
         _delegate->applicationDidEnterBackground();
         post(UIApplicationDidEnterBackgroundNotification);
         return;
@@ -89,8 +95,14 @@ void UIApplication::setVisible(bool visible) {
     if (!_launched) return;
     _delegate->applicationWillEnterForeground();
     post(UIApplicationWillEnterForegroundNotification);
+    _inBackground = false;
     becomeActive();
     if (const auto shown = window()) shown->overlayNeedsDisplay();
+}
+
+UIApplicationState UIApplication::applicationState() const {
+    if (_inBackground) return UIApplicationState::background;
+    return _active ? UIApplicationState::active : UIApplicationState::inactive;
 }
 
 void UIApplication::terminate() {
@@ -102,8 +114,10 @@ void UIApplication::terminate() {
 }
 
 void UIApplication::resize(const HostResize& event) {
-    const auto isSize = [](double value) { return std::isfinite(value) && value > 0; };
-    if (!isSize(event.size.width) || !isSize(event.size.height) || !isSize(event.scale)) {
+    const auto isSide = [scale = event.scale](double points) {
+        return points > 0 && points <= longestSide && points * scale > 0 && points * scale <= longestSide;
+    };
+    if (!isSide(event.size.width) || !isSide(event.size.height)) {
         NSLog("impossible screen size %s at scale %g: ignored", NSStringFromCGSize(event.size).c_str(),
               event.scale);
         return;
@@ -119,7 +133,11 @@ void UIApplication::resize(const HostResize& event) {
 bool UIApplication::pressKey(const HostKeyPress& press) {
     const auto shown = window();
     const auto top = shown ? shown->topViewController() : nullptr;
-    return top && top->keyPressed(press);
+    if (!top || top->keyPressed(press)) return top != nullptr;
+    for (auto below = top->presentingViewController(); below; below = below->presentingViewController()) {
+        if (below->keyPressedAbove(press)) return true;
+    }
+    return false;
 }
 
 struct UIApplication::EventHandler {
@@ -141,11 +159,19 @@ struct UIApplication::EventHandler {
     }
     void operator()(const HostResize& event) const { app.resize(event); }
     void operator()(const HostVisibility& event) const { app.setVisible(event.visible); }
+    void operator()(const HostSafeArea& area) const {
+        if (const auto shown = app.window()) shown->setSafeAreaInsets(area.insets);
+    }
+    void operator()(const HostReduceMotion& wish) const { setReduceMotionEnabled(wish.reduced); }
     void operator()(const HostOrientation& held) const {
         UIDevice::currentDevice().setOrientation(held.orientation);
     }
     void operator()(const HostOpenLink& link) const {
         if (app._launched && !app._terminated) app._delegate->applicationOpenLink(link.text);
+    }
+    void operator()(const HostOpenPicture& picture) const {
+        if (app._launched && !app._terminated)
+            app._delegate->applicationOpenPicture(picture.name, picture.texts);
     }
     void operator()(const HostLifecycle& event) const {
         switch (event) {
@@ -237,4 +263,17 @@ void UIApplication::removeFrameCallback(int token) {
     for (const auto& callback : _callbacks) {
         if (callback->token == token) callback->removed = true;
     }
+}
+
+std::shared_ptr<UIViewController> UIApplication::topViewController() const {
+    const auto shown = window();
+    auto screen = shown ? shown->rootViewController() : nullptr;
+    while (screen && screen->presentedViewController())
+        screen = screen->presentedViewController();
+    return screen;
+}
+
+void UIApplication::openURL(const NSURL& url, std::function<void(bool)> completion) {
+    if (_control) return _control->openURL(url.absoluteString(), std::move(completion));
+    DispatchQueue::mainQueue().async([completion = std::move(completion)] { completion(false); });
 }

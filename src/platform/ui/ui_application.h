@@ -24,6 +24,10 @@ class UIApplicationDelegate {
     /// A link as the user handed it over, which may be any text. What it is decides which of the two below
     /// gets it.
     virtual void applicationOpenLink(const std::string& /*text*/) {}
+    /// A file as the user handed it over. texts: those of a picture, which may say anything; nothing for
+    /// another kind of file.
+    virtual void applicationOpenPicture(const std::string& /*name*/,
+                                        const std::optional<PictureTexts>& /*texts*/) {}
     /// A URL of the app's own scheme. NO if nothing handles it.
     virtual bool applicationOpenURL(const NSURL& /*url*/) { return false; }
     /// A web page of the app's own host, among others. NO if nothing handles it.
@@ -45,6 +49,8 @@ class FramePresenter {
     /// The GL context died with all its objects: whoever owns some makes them anew.
     virtual void contextLost(UIWindow& window) = 0;
 };
+
+enum class UIApplicationState : int64_t { active = 0, inactive = 1, background = 2 };
 
 class UIApplication {
   public:
@@ -73,10 +79,17 @@ class UIApplication {
     /// The app's own clock: the host's time less what was spent hidden. Seconds from launch.
     double time() const { return _time; }
     bool isVisible() const { return _visible; }
+    /// Still background while the return from there is announced.
+    UIApplicationState applicationState() const;
     void setIdleTimerDisabled(bool disabled);
     bool isIdleTimerDisabled() const { return _idleTimerDisabled; }
     const std::shared_ptr<UIApplicationDelegate>& delegate() const { return _delegate; }
     WindowControl* windowControl() const { return _control; }
+    /// The screen that lies above all others; null before there is one.
+    std::shared_ptr<UIViewController> topViewController() const;
+    /// Hands a web page or another program's link to the system. completion: on the main thread, with a later
+    /// frame; NO if nothing opened it.
+    void openURL(const NSURL& url, std::function<void(bool success)> completion);
 
     /// Called once per frame with the app's time, in the order of adding, between the view animations and the
     /// drawing. Answers a token for removal.
@@ -90,6 +103,7 @@ class UIApplication {
     std::function<void(const HostEvent&)> _eventObserver;
     double _time = 0;
     bool _visible = true;
+    bool _inBackground = false;
     bool _firstFrameShown = false;
     bool _idleTimerDisabled = false;
 

@@ -61,6 +61,36 @@ void UIImageView::setImage(UIImageRef image) {
     setNeedsDisplay();
 }
 
+void UIImageView::setTintColor(UIColor color) {
+    _tint = color;
+    setNeedsDisplay();
+}
+
+void UIImageView::setContentMode(UIViewContentMode mode) {
+    _mode = mode;
+    setNeedsDisplay();
+}
+
+void UIImageView::setLayer(const CALayer& layer) {
+    if (layer == _layer) return;
+    _layer = layer;
+    setNeedsDisplay();
+}
+
 void UIImageView::drawRect(Canvas& canvas, CGRect bounds) {
-    if (_image) canvas.drawImage(*_image, bounds, UIColor::white());
+    const UIBezierPath shape = UIBezierPath::bezierPathWithRoundedRect(bounds, _layer.cornerRadius);
+    paintShadow(canvas, _layer, bounds);
+    if (_layer.backgroundColor.alpha > 0) canvas.fillPath(shape, FillRule::nonZero, _layer.backgroundColor);
+    if (!_image) return;
+    CGRect place = bounds;
+    if (_mode == UIViewContentMode::center) {
+        const CGSize size = _image->size();
+        place = {{CGRectGetMidX(bounds) - size.width / 2, CGRectGetMidY(bounds) - size.height / 2}, size};
+    }
+    if (_layer.masksToBounds) {
+        canvas.save();
+        canvas.clipToPath(shape, FillRule::nonZero);
+    }
+    canvas.drawImage(*_image, place, _tint);
+    if (_layer.masksToBounds) canvas.restore();
 }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/ui/ca_layer.h"
 #include "platform/ui/ui_view.h"
 
 class UILabel : public UIView {
@@ -14,6 +15,7 @@ class UILabel : public UIView {
     void setText(std::string text);
     const std::string& text() const { return _text; }
     void setFont(UIFont font);
+    const UIFont& font() const { return _font; }
     void setTextColor(UIColor color);
     void setTextAlignment(NSTextAlignment alignment);
     /// 1 for a single line with an ellipsis, 0 for as many as needed.
@@ -34,16 +36,27 @@ class UILabel : public UIView {
     int _lines = 1;
 };
 
+enum class UIViewContentMode { scaleToFill, center };
+
 class UIImageView : public UIView {
   public:
     using UIView::UIView;
     void setImage(UIImageRef image);
     const UIImageRef& image() const { return _image; }
+    /// Of drawings.
+    void setTintColor(UIColor color);
+    void setContentMode(UIViewContentMode mode);
+    /// The ground below the image.
+    const CALayer& layer() const { return _layer; }
+    void setLayer(const CALayer& layer);
     void drawRect(Canvas& canvas, CGRect bounds) override;
-    bool drawsContent() const override { return _image != nullptr; }
+    bool drawsContent() const override { return _image != nullptr || _layer != CALayer(); }
 
   private:
     UIImageRef _image;
+    UIColor _tint = UIColor::white();
+    UIViewContentMode _mode = UIViewContentMode::scaleToFill;
+    CALayer _layer;
 };
 
 /// A title or an image that answers a tap: highlighted while a finger is on it, acting when it lifts there.

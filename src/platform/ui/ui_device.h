@@ -1,4 +1,4 @@
-// The device: which way it is held, told by the host.
+// The device: its kind, and which way it is held, told by the host.
 // Changes are announced only while somebody asked for that.
 #pragma once
 
@@ -9,9 +9,15 @@
 inline const std::string UIDeviceOrientationDidChangeNotification =
     "UIDeviceOrientationDidChangeNotification";
 
+/// What kind of device the screen is laid out for.
+enum class UIUserInterfaceIdiom : int64_t { phone = 0, pad = 1 };
+
 class UIDevice {
   public:
     static UIDevice& currentDevice();
+
+    /// By the screen: whatever has a short side of less than 600 points has the room of a phone.
+    UIUserInterfaceIdiom userInterfaceIdiom() const;
 
     /// Unknown where the host cannot tell.
     UIDeviceOrientation orientation() const { return _orientation; }

@@ -12,6 +12,8 @@ class UIMagnificationGestureRecognizer : public UIGestureRecognizer {
     /// Of the last step.
     CGFloat factor() const { return _step.factor; }
     bool isInNotches() const { return _step.inNotches; }
+    /// Of a wheel, away from the user positive; 0 for a pinch.
+    double notches() const { return _step.notches; }
     CGPoint locationInView(const UIView& view) const { return view.convertPointFromWindow(_step.location); }
 
     void takeMagnification(const UIMagnification& step) override;

@@ -39,6 +39,8 @@ struct UIMagnification {
     CGFloat factor = 1;  ///< finite and above 0; above 1 for larger
     /// A wheel goes in notches, between which the hand gives no direction; a trackpad follows the fingers.
     bool inNotches = false;
+    /// Of a wheel, away from the user positive: for views that move instead of growing.
+    double notches = 0;
 };
 
 class UIResponder : public KeyValueCoding {

@@ -105,9 +105,9 @@ void UIBarButtonItem::sendAction() {
 KeyValueTable UIBarButtonItem::makeKeyValueTable() {
     return {
         {"view", KeyValueAccess<std::any>{[this] { return std::any(view()); }, {}}},
-        {"title", KeyValueAccess<std::any>{
-                      [this] { return std::any(title()); },
-                      [this](const std::any& value) { setTitle(std::any_cast<std::string>(value)); }}},
+        {"title",
+         KeyValueAccess<std::any>{[this] { return std::any(title()); },
+                                  setterOf<std::string>([this](const auto& text) { setTitle(text); })}},
     };
 }
 

@@ -216,6 +216,18 @@ UIResponder* UIView::nextResponder() {
     return _superview;
 }
 
+UIEdgeInsets UIView::safeAreaInsets() {
+    const UIWindow* const shownBy = window();
+    if (!shownBy) return {};
+    const CGRect frame = convertRectToWindow(bounds());
+    const CGRect safe = UIEdgeInsetsInsetRect(shownBy->bounds(), shownBy->windowInsets());
+    const auto covered = [](CGFloat points) { return std::max(points, 0.0); };
+    return {covered(CGRectGetMinY(safe) - CGRectGetMinY(frame)),
+            covered(CGRectGetMinX(safe) - CGRectGetMinX(frame)),
+            covered(CGRectGetMaxY(frame) - CGRectGetMaxY(safe)),
+            covered(CGRectGetMaxX(frame) - CGRectGetMaxX(safe))};
+}
+
 void UIView::animateWithDuration(double duration, double delay, uint32_t options,
                                  const std::function<void()>& animations, Completion completion) {
     const bool current = (options & UIViewAnimationOptionBeginFromCurrentState) != 0;

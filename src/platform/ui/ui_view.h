@@ -71,6 +71,8 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     /// Whether a touch on this view or below it stays hidden from the gesture recognisers of the views above
     /// it. Controls and bars answer YES, so that pressing them moves nothing behind them.
     virtual bool swallowsTouches() const { return false; }
+    /// Whether the subviews show within the bounds alone, as what is scrolled through does.
+    virtual bool clipsToBounds() const { return false; }
     void setAutoresizingMask(uint32_t mask) { _autoresizingMask = mask; }
     /// Empty for a view that screen readers pass over.
     virtual const std::string& accessibilityLabel() const { return _accessibilityLabel; }
@@ -78,10 +80,21 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     virtual UIAccessibilityTraits accessibilityTraits() const { return UIAccessibilityTraitNone; }
     /// Does what a tap on the view does. NO if that is nothing.
     virtual bool accessibilityActivate() { return false; }
+    /// YES: while this view shows, screen readers pass over the views beside it.
+    virtual bool accessibilityViewIsModal() const { return false; }
+    /// The keyboard or a screen reader has come to the view.
+    /// YES: one thing to screen readers, whatever lies in it.
+    virtual bool isAccessibilityElement() const { return false; }
+    virtual void accessibilityElementDidBecomeFocused() {}
+    virtual void accessibilityElementDidLoseFocus() {}
+    /// Whether the keyboard is here, and the view shows it.
+    virtual bool isFocused() const { return false; }
 
     /// The opacity on screen now, animations included.
     double presentationAlpha() const;
     CGRect presentationFrame() const;
+    /// How far notches, rounded corners and system bars reach into the view from each side, in points.
+    UIEdgeInsets safeAreaInsets();
 
     UIView* superview() const { return _superview; }
     const std::vector<std::shared_ptr<UIView>>& subviews() const { return _subviews; }

@@ -1,8 +1,14 @@
-// How views paint: back to front, nothing clipped, each at its presentation values.
+// How views paint: back to front, clipped by scroll views alone, each at its presentation values.
 // A layer of its own for see-through trees only: it is what costs.
 #include <typeinfo>
 
 #include "platform/ui/ui_view.h"
+
+namespace {
+
+constexpr CGFloat layerMargin = 16;
+
+}  // namespace
 
 bool UIView::drawsContent() const {
     return typeid(*this) != typeid(UIView);
@@ -16,8 +22,14 @@ void UIView::paint(Canvas& canvas) {
     canvas.translate(frame.origin.x, frame.origin.y);
     // A layer costs a picture of its own: only what is seen through needs one, and only if there is
     // something.
-    const bool layer = alpha < 1 && !CGRectIsNull(paintedFrame());
-    if (layer) canvas.beginTransparencyLayer(alpha);
+    const CGRect painted = alpha < 1 ? paintedFrame() : CGRectNull;
+    const bool layer = !CGRectIsNull(painted);
+    if (layer) {
+        // Its picture need not be larger than what is seen, letters that stick out included.
+        const CGRect own = CGRectOffset(painted, -frame.origin.x, -frame.origin.y);
+        canvas.clipToRect(CGRectInset(CGRectIntegral(own), -layerMargin, -layerMargin));
+        canvas.beginTransparencyLayer(alpha);
+    }
     paintContents(canvas, frame.size);
     if (layer) canvas.endTransparencyLayer();
     canvas.restore();
@@ -35,8 +47,14 @@ void UIView::paintContents(Canvas& canvas, CGSize size) {
         }
         drawRect(canvas, area);
     }
+    const bool clips = clipsToBounds();
+    if (clips) {
+        canvas.save();
+        canvas.clipToRect(area);
+    }
     for (const auto& view : _subviews)
         view->paint(canvas);
+    if (clips) canvas.restore();
 }
 
 CGRect UIView::paintedFrame() const {
@@ -47,7 +65,8 @@ CGRect UIView::paintedFrame() const {
     CGRect painted =
         paints && !CGRectIsEmpty(ground) ? CGRectOffset(ground, frame.origin.x, frame.origin.y) : CGRectNull;
     for (const auto& view : _subviews) {
-        const CGRect below = view->paintedFrame();
+        CGRect below = view->paintedFrame();
+        if (clipsToBounds()) below = CGRectIntersection(below, {CGPointZero, frame.size});
         if (CGRectIsNull(below)) continue;
         painted = CGRectUnion(painted, CGRectOffset(below, frame.origin.x, frame.origin.y));
     }

@@ -54,7 +54,7 @@ void UIWindow::setRootViewController(std::shared_ptr<UIViewController> controlle
     const std::shared_ptr<UIViewController> former = std::exchange(_root, std::move(controller));
     if (!_shown) return;
     if (former) {
-        former->dismissViewController(false);
+        if (former->presentedViewController()) former->dismissViewControllerAnimated(false);
         former->viewWillDisappear(false);
         former->view()->removeFromSuperview();
         former->viewDidDisappear(false);
@@ -83,17 +83,45 @@ void UIWindow::rootAppears() {
     _root->viewDidAppear(false);
 }
 
+void UIWindow::setSafeAreaInsets(UIEdgeInsets insets) {
+    const auto areInsets = [](CGFloat before, CGFloat behind, CGFloat length) {
+        return before >= 0 && behind >= 0 && before + behind < length;
+    };
+    const CGSize size = bounds().size;
+    if (!areInsets(insets.top, insets.bottom, size.height) ||
+        !areInsets(insets.left, insets.right, size.width)) {
+        NSLog("impossible safe area %g %g %g %g: ignored", insets.top, insets.right, insets.bottom,
+              insets.left);
+        return;
+    }
+    if (insets == _insets) return;
+    _insets = insets;
+    for (std::shared_ptr<UIViewController> controller = _root; controller;
+         controller = controller->presentedViewController()) {
+        if (controller->isViewLoaded()) controller->view()->setNeedsLayout();
+    }
+    setNeedsLayout();
+}
+
 CGRect UIWindow::landscapeBounds() const {
     const CGSize size = bounds().size;
     const CGFloat spare = std::max(0.0, size.height - size.width);
     return CGRectMake(0, spare / 2, size.width, size.height - spare);
 }
 
-/// The root's view and those presented over it fill what is landscape of the window.
+CGRect UIWindow::safeLandscapeBounds() const {
+    return CGRectIntersection(landscapeBounds(), UIEdgeInsetsInsetRect(bounds(), _insets));
+}
+
+/// The root's view fills what is landscape of the window; those presented over it lie there as their styles
+/// say.
 void UIWindow::layoutSubviews() {
     for (std::shared_ptr<UIViewController> controller = _root; controller;
          controller = controller->presentedViewController()) {
-        if (controller->isViewLoaded()) controller->view()->setFrame(landscapeBounds());
+        if (!controller->isViewLoaded()) continue;
+        controller->view()->setFrame(
+            controller == _root ? landscapeBounds()
+                                : controller->presentedFrame(landscapeBounds(), safeLandscapeBounds()));
     }
 }
 
@@ -211,11 +239,11 @@ void UIWindow::cancelTouches() {
 
 void UIWindow::sendWheel(const HostWheel& wheel) {
     const double notches = std::clamp(wheel.steps, -mostNotches, mostNotches);
-    magnify({wheel.location, std::pow(notchShrinking, -notches), true});
+    magnify({wheel.location, std::pow(notchShrinking, -notches), true, notches});
 }
 
 void UIWindow::sendMagnification(const HostMagnify& step) {
-    magnify({step.location, step.factor, false});
+    magnify({step.location, step.factor, false, 0});
 }
 
 void UIWindow::magnify(const UIMagnification& step) {

@@ -34,6 +34,12 @@ class UIWindow : public UIView {
     /// Ends every touch as cancelled (the window was hidden or lost its input).
     void cancelTouches();
 
+    /// Screens are laid out anew. Insets that leave nothing of the window, or are no insets, are dropped with
+    /// a log line.
+    void setSafeAreaInsets(UIEdgeInsets insets);
+    /// Those last set; any view's own are its safeAreaInsets().
+    UIEdgeInsets windowInsets() const { return _insets; }
+
     void overlayNeedsDisplay() { _overlayDirty = true; }
     /// Answers whether anything changed since the last call.
     bool takeOverlayDirty();
@@ -44,6 +50,8 @@ class UIWindow : public UIView {
     /// The whole window, or the square in the middle of one that is higher than wide: screens are held in
     /// landscape.
     CGRect landscapeBounds() const;
+    /// What of them nothing covers.
+    CGRect safeLandscapeBounds() const;
     bool drawsContent() const override { return false; }
 
   private:
@@ -70,6 +78,7 @@ class UIWindow : public UIView {
     UIEvent _event;
     /// Fingers that were cancelled while they still lay on the glass: the rest of them is dropped quietly.
     std::set<int64_t> _cancelled;
+    UIEdgeInsets _insets;
     bool _shown = false;
     bool _overlayDirty = true;
 };

@@ -34,7 +34,8 @@ double ViewAnimator::Animation::progressAt(double time) const {
     if (elapsed <= 0) return 0;
     if (elapsed >= timing.duration) return 1;
     const double normalised = elapsed / timing.duration;
-    return timing.spring ? timing.spring->valueAt(normalised) : easeInOut(normalised);
+    if (timing.spring) return timing.spring->valueAt(normalised);
+    return timing.curve ? timing.curve->valueAt(normalised) : easeInOut(normalised);
 }
 
 ViewAnimator& ViewAnimator::shared() {
@@ -91,6 +92,14 @@ void ViewAnimator::frameChanges(UIView& view, CGRect from, CGRect to) {
     valueChanges(view, Property::frame, from, to);
 }
 
+void ViewAnimator::progressStarts(UIView& view) {
+    valueChanges(view, Property::progress, CGRectZero, {{1, 0}, {}});
+}
+
+void ViewAnimator::progressStops(const UIView& view) {
+    dropTracks([&](const Track& t) { return t.view == &view && t.property == Property::progress; });
+}
+
 void ViewAnimator::valueChanges(UIView& view, Property property, CGRect from, CGRect to) {
     const auto isThis = [&](const Track& t) { return t.view == &view && t.property == property; };
     if (_openBlocks.empty() || !_enabled) return dropTracks(isThis);
@@ -111,6 +120,10 @@ double ViewAnimator::alphaOnScreen(const UIView& view, double model) const {
 
 CGRect ViewAnimator::frameOnScreen(const UIView& view, CGRect model) const {
     return onScreen(view, Property::frame, model);
+}
+
+double ViewAnimator::progressOnScreen(const UIView& view) const {
+    return onScreen(view, Property::progress, {{1, 0}, {}}).origin.x;
 }
 
 CGRect ViewAnimator::onScreen(const UIView& view, Property property, CGRect model) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/foundation/geometry.h"
+#include "platform/ui/ca_media_timing_function.h"
 #include "platform/ui/spring_curve.h"
 
 class UIView;
@@ -16,12 +17,13 @@ class ViewAnimator {
   public:
     using Completion = std::function<void(bool finished)>;
 
-    /// How a block's changes move: along the spring if there is one, else by easing in and out.
+    /// How a block's changes move: along the spring or the curve if there is one, else by easing in and out.
     struct Timing {
         double duration = 0;  ///< seconds
         double delay = 0;     ///< seconds
         bool fromCurrentState = false;
         std::optional<SpringCurve> spring;
+        std::optional<CAMediaTimingFunction> curve = std::nullopt;
     };
 
     static ViewAnimator& shared();
@@ -44,15 +46,21 @@ class ViewAnimator {
     /// A view is about to change a value; the track that ran on it so far ends here.
     void alphaChanges(UIView& view, double from, double to);
     void frameChanges(UIView& view, CGRect from, CGRect to);
+    /// A change of the view's own, from 0 to 1: it knows what it shows between.
+    void progressStarts(UIView& view);
+    /// It ends here, unfinished.
+    void progressStops(const UIView& view);
     /// What is on screen now: the model value unless a track runs.
     double alphaOnScreen(const UIView& view, double model) const;
     CGRect frameOnScreen(const UIView& view, CGRect model) const;
+    /// 1 while nothing runs.
+    double progressOnScreen(const UIView& view) const;
     void viewDestroyed(const UIView& view);
 
   private:
-    enum class Property { alpha, frame };
+    enum class Property { alpha, frame, progress };
 
-    /// An alpha lies in origin.x.
+    /// An alpha or a progress lies in origin.x.
     struct Track {
         UIView* view = nullptr;
         Property property = Property::alpha;
