@@ -96,7 +96,7 @@ function gesture(event) {
 /** Tab walks through the mirror, whose buttons take Enter and Space; pasting comes as an event of its own. */
 function isBrowsers(event, control) {
     const atButton = event.target instanceof HTMLButtonElement;
-    return event.isComposing || event.key === 'Tab' ||
+    return event.isComposing || event.key === 'Tab' || event.key === 'BrowserBack' ||
         (atButton && (event.key === 'Enter' || event.key === ' ')) ||
         (control && event.key.toLowerCase() === 'v');
 }

@@ -2,9 +2,12 @@
 // The app finds all of that as Module.page, which is complete before its own script arrives.
 import {attachApp, callApp, detachApp} from './app.js';
 import {cancelPointers, watchInput} from './input.js';
-import {openFirstLink, setClipboardText, viewSettled, watchLinks} from './links.js';
-import {showMirror} from './mirror.js';
+import {openFirstLink, pictureBytes, setClipboardText, stepsBack, viewSettled, watchLinks} from './links.js';
+import {showMirror, watchMirror} from './mirror.js';
+import {fetchDocument, fetchedBytes, openURL} from './network.js';
+import {canRecord, hidePreview, showPreview, startRecording, stopRecording, watchPreview} from './recorder.js';
 import {isFullscreen, keepAwake, screenSize, setFullscreen, tellScreen, watchScreen} from './screen.js';
+import {hasShareSheet, share} from './share.js';
 import {handedOver, keepOffline} from './updates.js';
 
 const stage = document.getElementById('stage');
@@ -20,10 +23,23 @@ const page = {
     host: () => location.host,
     viewSettled,
     mirror: showMirror,
+    stepsBack,
     setClipboardText,
+    hasShareSheet,
+    share,
+    openURL,
+    languages: () => navigator.languages.join('\n'),
+    fetchDocument,
+    fetchedBytes,
+    pictureBytes,
     setFullscreen: (wanted) => setFullscreen(Boolean(wanted)),
     isFullscreen,
     keepAwake: (wanted) => keepAwake(Boolean(wanted)),
+    canRecord,
+    startRecording,
+    stopRecording,
+    showPreview,
+    hidePreview,
     started,
     failed,
 };
@@ -40,6 +56,7 @@ function started() {
 function apologise(sentence) {
     if (!sorry.hidden) return;
     detachApp();
+    hidePreview();
     stage.hidden = true;
     if (sentence) sorry.querySelector('p').textContent = sentence;
     sorry.hidden = false;
@@ -134,10 +151,12 @@ async function start() {
         return;
     }
     if (await handedOver()) return;
-    watchScreen();
+    watchScreen(cancelPointers);
     watchInput();
     watchLinks();
     watchLife();
+    watchMirror();
+    watchPreview();
     globalThis.Module = makeModule();
     loadScript();
 }

@@ -2,15 +2,15 @@
 // The app is always in landscape; on a phone held upright it lies turned, and only this file knows.
 import {callApp} from './app.js';
 
-const stage = document.getElementById('stage');
 const canvas = document.getElementById('screen');
 const insetProbe = document.getElementById('insets');
 const touchFirst = matchMedia('(pointer: coarse)');
 
-const present = {width: 0, height: 0, scale: 1, turned: false};
+const present = {width: 0, height: 0, scale: 1, turned: false, insets: [0, 0, 0, 0]};
 let awakeWanted = false;
 let awake = null;
 let scaleQuery = null;
+let onTurned = () => {};
 
 export const screenSize = () => present;
 
@@ -40,31 +40,38 @@ function measure() {
     present.width = present.turned ? height : width;
     present.height = present.turned ? width : height;
     present.scale = devicePixelRatio || 1;
+    present.insets = safeInsets();
 }
 
-/** Its style is set as properties: the policy forbids style attributes. */
+/** How the stage and what lies over it are placed, as properties of the style sheet. */
+function placement() {
+    const lengths = {width: present.width, height: present.height};
+    ['top', 'right', 'bottom', 'left'].forEach((side, i) => { lengths[`inset-${side}`] = present.insets[i]; });
+    const properties = Object.entries(lengths).map(([name, points]) => [`--${name}`, `${points}px`]);
+    return [...properties, ['--turn', present.turned ? `translateX(${present.height}px) rotate(90deg)` : 'none']];
+}
+
 function layOut() {
     const pixels = (points) => Math.max(1, Math.round(points * present.scale));
     // Setting a size empties the canvas, even the size that it has.
     if (canvas.width !== pixels(present.width)) canvas.width = pixels(present.width);
     if (canvas.height !== pixels(present.height)) canvas.height = pixels(present.height);
-    stage.style.width = present.width + 'px';
-    stage.style.height = present.height + 'px';
-    stage.style.transform = present.turned ? `translateX(${present.height}px) rotate(90deg)` : '';
+    for (const [name, value] of placement()) document.documentElement.style.setProperty(name, value);
 }
 
 function tellApp() {
-    callApp('zentaroInsets', ...safeInsets());
+    callApp('zentaroInsets', ...present.insets);
     callApp('zentaroResize', present.width, present.height, present.scale);
 }
 
 /** Runs before the frame's own callbacks, so that the emptied canvas is drawn before anybody sees it. */
 function resized() {
-    const before = JSON.stringify(present);
+    const before = {...present};
     measure();
     layOut();
     watchScale();
-    if (JSON.stringify(present) !== before) tellApp();
+    if (present.turned !== before.turned) onTurned();
+    if (JSON.stringify(present) !== JSON.stringify(before)) tellApp();
 }
 
 /** Zooming and moving to another display change the pixels per point. */
@@ -74,15 +81,18 @@ function watchScale() {
     scaleQuery.addEventListener('change', resized);
 }
 
-export function watchScreen() {
+/** `turned` is called when the app begins to lie otherwise in the window: under fingers that are down, too. */
+export function watchScreen(turned) {
+    onTurned = turned;
     measure();
     layOut();
     watchScale();
     addEventListener('resize', resized);
+    // From one landscape to the other only the insets change, and not every browser calls that a resize.
+    addEventListener('orientationchange', resized);
     touchFirst.addEventListener('change', resized);
     screen.orientation?.addEventListener?.('change', () => {
         resized();
-        callApp('zentaroInsets', ...safeInsets());
         callApp('zentaroOrientation', deviceOrientation());
     });
     document.addEventListener('fullscreenchange', holdLandscape);
@@ -92,7 +102,7 @@ export function watchScreen() {
 
 /** What the app is told of the screen as soon as it runs. */
 export function tellScreen() {
-    callApp('zentaroInsets', ...safeInsets());
+    callApp('zentaroInsets', ...present.insets);
     callApp('zentaroOrientation', deviceOrientation());
 }
 

@@ -54,7 +54,11 @@ async function main() {
         process.exit(1);
     }
     console.log(`http://localhost:${values.port}/`);
-    for (const address of values.lan ? otherAddresses() : []) console.log(`http://${address}:${values.port}/`);
+    for (const address of otherAddresses()) {
+        const elsewhere = `http://${address}:${values.port}/`;
+        if (values.lan) console.log(elsewhere);
+        else console.error(`zentaro: with --lan also ${elsewhere} for other devices on the network`);
+    }
 }
 
 if (import.meta.url === pathToFileURL(process.argv[1]).href) main();

@@ -4,10 +4,7 @@
 const version = '@ZENTARO_WEB_VERSION@';
 const family = 'zentaro-';
 const storeName = family + version;
-const shell = [
-    '/', '/style.css', '/page.js', '/app.js', '/screen.js', '/input.js', '/links.js', '/mirror.js',
-    '/updates.js', '/zentaro.js', '/zentaro.wasm', '/manifest.webmanifest', '/icons/icon-192.png',
-];
+const shell = ['/', @ZENTARO_WEB_FILES@];
 
 /** The server is asked for each file, whatever caches on the way would say: they may hold other versions'. */
 async function fillStore() {
@@ -43,17 +40,28 @@ addEventListener('fetch', (event) => {
     if (shell.includes(path)) event.respondWith(answer(request, path));
 });
 
-/** A page that was left a moment ago may still be counted, hence several looks. */
-async function takeOver(asking) {
-    for (let look = 0; look < 5; ++look) {
+const longestLook = 2500;  // ms
+/** Ids of the pages that answered. */
+const running = new Set();
+
+/** Unless another page runs. One that was left a moment ago is still counted, on a slow device for seconds, but does
+ * not answer; hence several looks, but none after `end`, when the asking page waits no longer. */
+async function takeOver(asking, end) {
+    running.clear();
+    const last = Math.min(end, Date.now() + longestLook);
+    while (Date.now() < last) {
         const pages = await clients.matchAll({type: 'window', includeUncontrolled: true});
-        if (pages.length <= 1) return skipWaiting();
-        await new Promise((resolve) => setTimeout(resolve, 100));
+        const others = pages.filter((page) => page.id !== asking.id);
+        if (others.length === 0) return skipWaiting();
+        if (others.some((page) => running.has(page.id))) break;
+        for (const page of others) page.postMessage('do you run?');
+        await new Promise((resolve) => setTimeout(resolve, 50));
     }
     return asking.postMessage('in use');
 }
 
 /** A page that has only begun to start asks for this version; any other that runs keeps its own. */
 addEventListener('message', (event) => {
-    if (event.data === 'take over') event.waitUntil(takeOver(event.source));
+    if (event.data === 'I run') running.add(event.source.id);
+    if (event.data.takeOverBefore) event.waitUntil(takeOver(event.source, event.data.takeOverBefore));
 });

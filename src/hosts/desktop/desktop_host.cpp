@@ -5,17 +5,22 @@
 #include <SDL.h>
 #include <chrono>
 #include <cstdlib>
+#include <memory>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "hosts/desktop/desktop_share.h"
 #include "hosts/desktop/desktop_window.h"
 #include "hosts/desktop/frame_pacer.h"
 #include "hosts/desktop/link_socket.h"
 #include "hosts/desktop/sdl_event_translator.h"
 #include "hosts/desktop/x11_errors.h"
 #include "hosts/native/held_log.h"
+#include "hosts/native/picture_file_reader.h"
 #include "platform/foundation/ca_display_link.h"
+#include "platform/foundation/file_url.h"
 #include "platform/foundation/ns_log.h"
 #include "platform/gl/screen_compositor.h"
 #include "platform/ui/ui_screen.h"
@@ -108,7 +113,11 @@ class DesktopLoop {
         if (_window.quitRequested()) return;
         for (std::string& link : _links.take()) {
             _window.bringToFront();
-            handle(HostOpenLink{std::move(link)});
+            if (const auto path = pathOfFileURL(link)) {
+                openPicture(*path);
+            } else {
+                handle(HostOpenLink{std::move(link)});
+            }
         }
     }
 
@@ -127,7 +136,14 @@ class DesktopLoop {
         _translator.translate(event, _window.geometry(), _clock.ofTicks(event.common.timestamp), _events);
         for (const HostEvent& one : _events)
             handle(one);
+        if (event.type == SDL_DROPFILE && event.drop.file != nullptr) openPicture(event.drop.file);
         if (event.type == SDL_DROPTEXT || event.type == SDL_DROPFILE) SDL_free(event.drop.file);
+    }
+
+    void openPicture(const std::string& path) {
+        const auto read = readPictureFile(path);
+        if (const auto* picture = std::get_if<HostOpenPicture>(&read)) return handle(*picture);
+        NSLog("%s", std::get<std::string>(read).c_str());
     }
 
     void handle(const HostEvent& event) {
@@ -157,18 +173,29 @@ class DesktopLoop {
     LinkSocket _links;
 };
 
+/// SDL's clipboard holds text alone; under Wayland only windows that have the focus may set it.
+std::unique_ptr<X11Clipboard> clipboardForPictures() {
+    return std::string_view(SDL_GetCurrentVideoDriver()) == "x11" ? X11Clipboard::connect() : nullptr;
+}
+
 /// What the app finds through its shared accessors, for as long as it runs.
-class SharedSurface {
+class SharedServices {
   public:
-    explicit SharedSurface(GLSurface* surface) { setSharedGLSurface(surface); }
-    ~SharedSurface() { setSharedGLSurface(nullptr); }
-    SharedSurface(const SharedSurface&) = delete;
-    SharedSurface& operator=(const SharedSurface&) = delete;
+    explicit SharedServices(DesktopWindow& window) {
+        setSharedGLSurface(&window);
+        setSharedShareDestinations(std::make_shared<DesktopShare>(window, clipboardForPictures()));
+    }
+    ~SharedServices() {
+        setSharedShareDestinations(nullptr);
+        setSharedGLSurface(nullptr);
+    }
+    SharedServices(const SharedServices&) = delete;
+    SharedServices& operator=(const SharedServices&) = delete;
 };
 
 DesktopResult runInWindow(DesktopWindow& window, const DesktopOptions& options,
                           const MakeDelegate& makeDelegate) {
-    const SharedSurface surface(&window);
+    const SharedServices services(window);
     const WindowGeometry geometry = window.geometry();
     UIScreen::mainScreen().setSizeAndScale(geometry.size, geometry.scale);
     HeldLog log(!options.verbose);
@@ -176,7 +203,7 @@ DesktopResult runInWindow(DesktopWindow& window, const DesktopOptions& options,
     if (!application.launch()) return {DesktopEnd::failed, damagedResources(log)};
     if (!window.hasContext()) return {DesktopEnd::failed, withoutOpenGL(window.lastError())};
     log.release();
-    if (!options.link.empty()) application.handle(HostOpenLink{options.link});
+    if (options.opening) application.handle(*options.opening);
     DesktopLoop(window, application, options).run();
     return {};
 }

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/foundation/geometry.h"
+#include "platform/host/host_event.h"
 #include "platform/ui/ui_application.h"
 
 struct DesktopOptions {
@@ -17,9 +18,9 @@ struct DesktopOptions {
     bool fullscreen = false;
     /// By which desktops know whose window it is.
     std::string identifier = {};
-    /// Opened at the start; empty for none.
-    std::string link = {};
-    /// Where other processes hand over their links; empty: nowhere.
+    /// What arrives first, a link or a picture; nothing for neither.
+    std::optional<HostEvent> opening = {};
+    /// Where other processes hand over their links, and pictures as URLs of files; empty: nowhere.
     std::string linkFolder = {};
     bool verbose = false;  ///< events, and when the first frame was shown, go to the log
     /// When the process began, as its log counts.

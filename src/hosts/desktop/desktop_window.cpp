@@ -6,9 +6,12 @@
 #include <GLES2/gl2.h>
 #include <SDL.h>
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
+#include "hosts/desktop/helper_program.h"
 #include "platform/foundation/ns_log.h"
 
 namespace {
@@ -16,6 +19,8 @@ namespace {
 /// Room for the toolbar's buttons at a finger's size.
 constexpr int kSmallestWidth = 400;
 constexpr int kSmallestHeight = 240;
+/// Openers that run on after it are taken to have found a program.
+constexpr std::chrono::seconds kPatienceWithOpener(3);
 
 void askForOpenGLES2() {
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_ES);
@@ -155,4 +160,11 @@ double DesktopWindow::refreshRate() const {
     SDL_DisplayMode mode{};
     if (!_window || SDL_GetWindowDisplayMode(_window.get(), &mode) != 0 || mode.refresh_rate <= 0) return 60;
     return mode.refresh_rate;
+}
+
+void DesktopWindow::openURL(const std::string& url, std::function<void(bool)> opened) {
+    _openers.run([url, opened = std::move(opened)](const std::stop_token& stop) {
+        const ProgramEnd end = runProgram({"xdg-open", url}, kPatienceWithOpener, stop);
+        return [opened, end] { opened(end != ProgramEnd::failed); };
+    });
 }

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "hosts/desktop/sdl_event_translator.h"
+#include "hosts/native/background_work.h"
 #include "platform/host/gl_surface.h"
 #include "platform/host/window_control.h"
 
@@ -44,6 +45,7 @@ class DesktopWindow : public GLSurface, public WindowControl {
     void setIdleTimerDisabled(bool disabled) override;
     std::string clipboardText() override;
     void setClipboardText(const std::string& text) override;
+    void openURL(const std::string& url, std::function<void(bool opened)> opened) override;
     void requestQuit() override { _quitRequested = true; }
 
     bool hasContext() const { return _context != nullptr; }
@@ -75,4 +77,5 @@ class DesktopWindow : public GLSurface, public WindowControl {
     int32_t _pixelHeight = 0;
     bool _quitRequested = false;
     int64_t _presented = 0;
+    BackgroundWork _openers;
 };

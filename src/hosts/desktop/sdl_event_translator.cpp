@@ -13,6 +13,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/foundation/ascii_text.h"
+
 namespace {
 
 CGPoint pointAt(double x, double y, const WindowGeometry& geometry) {
@@ -113,7 +115,7 @@ std::optional<HostEvent> translateFinger(const SDL_Event& event, const WindowGeo
 }
 
 std::optional<HostKey> namedKey(SDL_Keycode code) {
-    static constexpr std::array<std::pair<SDL_Keycode, HostKey>, 13> keys{{
+    static constexpr std::array<std::pair<SDL_Keycode, HostKey>, 17> keys{{
         {SDLK_ESCAPE, HostKey::escape},
         {SDLK_RETURN, HostKey::returnKey},
         {SDLK_KP_ENTER, HostKey::returnKey},
@@ -127,19 +129,15 @@ std::optional<HostKey> namedKey(SDL_Keycode code) {
         {SDLK_F11, HostKey::f11},
         {SDLK_TAB, HostKey::tab},
         {SDLK_BACKSPACE, HostKey::backspace},
+        {SDLK_PAGEUP, HostKey::pageUp},
+        {SDLK_PAGEDOWN, HostKey::pageDown},
+        {SDLK_END, HostKey::end},
+        {SDLK_AC_BACK, HostKey::back},
     }};
     for (const auto& [name, key] : keys) {
         if (name == code) return key;
     }
     return std::nullopt;
-}
-
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
 }
 
 /// Keys without text, and those typed with control, which type none; the others follow as text.
@@ -152,24 +150,17 @@ std::optional<HostEvent> translateKeyDown(const SDL_KeyboardEvent& press, HostTi
     const bool typesNothing = control && (press.keysym.mod & (KMOD_ALT | KMOD_MODE)) == 0;
     if (!typesNothing || code <= ' ' || code > '~') return std::nullopt;
     const std::string text(1, static_cast<char>(code));
-    return HostKeyPress{HostKey::character, lowerCase(text), repeated, true, time};
-}
-
-std::size_t characterLength(char first) {
-    const auto byte = static_cast<unsigned char>(first);
-    if (byte >= 0xF0) return 4;
-    if (byte >= 0xE0) return 3;
-    return byte >= 0xC0 ? 2 : 1;
+    return HostKeyPress{HostKey::character, asciiLowercase(text), repeated, true, time};
 }
 
 /// An input method may type several characters at once: each is a press.
 void translateText(std::string_view text, bool repeated, HostTime time, std::vector<HostEvent>& out) {
     while (!text.empty()) {
-        const auto character = text.substr(0, characterLength(text.front()));
+        const auto character = text.substr(0, utf8CharacterLength(text.front()));
         text.remove_prefix(character.size());
         // Space came as a key already.
         if (character == " ") continue;
-        out.emplace_back(HostKeyPress{HostKey::character, lowerCase(character), repeated, false, time});
+        out.emplace_back(HostKeyPress{HostKey::character, asciiLowercase(character), repeated, false, time});
     }
 }
 

@@ -38,8 +38,10 @@ std::unique_ptr<FramePresenter> makePresenter(bool showsFrames) {
 
 HeadlessHost::HeadlessHost(const Options& options, const MakeDelegate& makeDelegate)
     : _services(options.preferences, options.resourceFolder),
-      _surface(pixels(options.size.width, options.scale), pixels(options.size.height, options.scale)) {
+      _surface(pixels(options.size.width, options.scale), pixels(options.size.height, options.scale)),
+      _capture(std::make_shared<ScriptedCapture>(options.canRecord)) {
     setSharedGLSurface(&_surface);
+    setSharedScreenCapture(_capture);
     CFAbsoluteTimeSetClock([time = _time] { return *time; });
     UIScreen::mainScreen().setSizeAndScale(options.size, options.scale);
     _application =
@@ -49,6 +51,7 @@ HeadlessHost::HeadlessHost(const Options& options, const MakeDelegate& makeDeleg
 HeadlessHost::~HeadlessHost() {
     _surface.makeCurrent();
     _application.reset();
+    setSharedScreenCapture(nullptr);
     setSharedGLSurface(nullptr);
     CFAbsoluteTimeSetClock({});
 }

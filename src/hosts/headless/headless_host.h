@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "hosts/headless/headless_surface.h"
+#include "hosts/headless/scripted_capture.h"
 #include "hosts/headless/scripted_window.h"
 #include "hosts/native/native_services.h"
 #include "platform/host/preferences_store.h"
@@ -28,6 +29,8 @@ class HeadlessHost {
         std::string resourceFolder = {};  ///< empty: the program's own
         /// NO: time passes and the app acts, and nothing is put on the screen.
         bool showsFrames = true;
+        /// Whether there is a recorder, which films nothing.
+        bool canRecord = true;
     };
 
     /// Puts the shared services in place (GL surface, canvases, pictures, resources, settings, clock); the
@@ -46,6 +49,7 @@ class HeadlessHost {
     UIApplication& application() { return *_application; }
     HeadlessSurface& surface() { return _surface; }
     const ScriptedWindow& window() const { return _window; }
+    ScriptedCapture& capture() { return *_capture; }
 
     /// Seconds on the host's clock, the wall clock that the app sees included.
     HostTime time() const { return *_time; }
@@ -102,6 +106,7 @@ class HeadlessHost {
     NativeServices _services;
     HeadlessSurface _surface;
     ScriptedWindow _window;
+    std::shared_ptr<ScriptedCapture> _capture;
     std::vector<ScriptLine> _script;
     /// The fingers on the screen.
     std::map<int64_t, CGPoint> _fingers;

@@ -10,18 +10,13 @@ namespace {
 
 constexpr int32_t largestSide = 32767;
 
-bool isDrawable(CGRect rect) {
-    return std::isfinite(CGRectGetMaxX(rect)) && std::isfinite(CGRectGetMaxY(rect)) &&
-           std::isfinite(rect.origin.x) && std::isfinite(rect.origin.y);
-}
-
 void setColor(cairo_t* cairo, UIColor color) {
     cairo_set_source_rgba(cairo, color.red, color.green, color.blue, color.alpha);
 }
 
 void addRectangle(cairo_t* cairo, CGRect rect) {
     cairo_new_path(cairo);
-    if (isDrawable(rect))
+    if (isFinite(rect))
         cairo_rectangle(cairo, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
 }
 
@@ -184,7 +179,7 @@ void CairoCanvas::strokePath(const UIBezierPath& path, CGFloat lineWidth, UIColo
 }
 
 void CairoCanvas::drawImage(const UIImage& image, CGRect rect, UIColor tint) {
-    if (!isDrawable(rect) || !(rect.size.width > 0 && rect.size.height > 0)) return;
+    if (!isFinite(rect) || !(rect.size.width > 0 && rect.size.height > 0)) return;
     if (image.image()) drawPixels(*image.image(), rect);
     if (image.glyph()) drawGlyph(*image.glyph(), rect, tint);
 }
@@ -203,29 +198,9 @@ void CairoCanvas::drawPixels(const CGImage& image, CGRect rect) {
     cairo_surface_destroy(source);
 }
 
-void CairoCanvas::drawGlyph(const VectorGlyph& glyph, CGRect rect, UIColor tint) {
-    if (!(glyph.size.width > 0 && glyph.size.height > 0)) return;
-    // As one picture, or a translucent tint would darken where shapes overlap.
-    const bool layered = tint.alpha < 1 && glyph.shapes.size() > 1;
-    save();
-    translate(rect.origin.x, rect.origin.y);
-    scale(rect.size.width / glyph.size.width, rect.size.height / glyph.size.height);
-    if (layered) beginTransparencyLayer(tint.alpha);
-    const UIColor color = layered ? tint.withAlpha(1) : tint;
-    for (const VectorGlyph::Shape& shape : glyph.shapes) {
-        if (shape.stroked) {
-            strokePath(shape.path, shape.lineWidth, color);
-        } else {
-            fillPath(shape.path, shape.rule, color);
-        }
-    }
-    if (layered) endTransparencyLayer();
-    restore();
-}
-
 void CairoCanvas::drawText(const std::string& text, const UIFont& font, UIColor color, CGRect rect,
                            NSTextAlignment alignment, bool singleLine) {
-    if (!isDrawable(rect)) return;
+    if (!isFinite(rect)) return;
     _text->draw(_cairo, text, font, color, rect, alignment, singleLine);
 }
 

@@ -44,7 +44,6 @@ class CairoCanvas : public BitmapCanvas {
     CairoCanvas(cairo_surface_t* surface, int32_t width, int32_t height, std::shared_ptr<PangoText> text);
     void clipEverything();
     void drawPixels(const CGImage& image, CGRect rect);
-    void drawGlyph(const VectorGlyph& glyph, CGRect rect, UIColor tint);
 
     int32_t _width;
     int32_t _height;

@@ -26,7 +26,8 @@ class JpegEncoder : public RowEncoder {
     JpegEncoder(const JpegEncoder&) = delete;
     JpegEncoder& operator=(const JpegEncoder&) = delete;
 
-    bool begin(int32_t width, int32_t height, PixelLayout layout) override {
+    bool begin(int32_t width, int32_t height, PixelLayout layout, const PictureTexts& texts) override {
+        _comment = jpegCommentContent(texts);
         if (setjmp(_jump) != 0) return false;
         jpeg_create_compress(&_jpeg);
         _jpeg.client_data = this;
@@ -40,6 +41,10 @@ class JpegEncoder : public RowEncoder {
         // Filaments one pixel wide lose their colours when these are kept at half the resolution.
         if (_quality >= 90) _jpeg.comp_info[0].h_samp_factor = _jpeg.comp_info[0].v_samp_factor = 1;
         jpeg_start_compress(&_jpeg, TRUE);
+        if (!_comment.empty()) {
+            jpeg_write_marker(&_jpeg, JPEG_COM, reinterpret_cast<const JOCTET*>(_comment.data()),
+                              static_cast<unsigned>(_comment.size()));
+        }
         return true;
     }
 
@@ -96,6 +101,7 @@ class JpegEncoder : public RowEncoder {
 
     ByteSink& _sink;
     int _quality;
+    std::string _comment;
     jpeg_compress_struct _jpeg{};
     jpeg_error_mgr _errors{};
     jpeg_destination_mgr _destination{};

@@ -22,15 +22,6 @@ class MemorySink : public ByteSink {
     std::vector<uint8_t> bytes;
 };
 
-bool isOpaque(const CGImage& image) {
-    if (image.format() != CGImageFormat::rgba8888) return true;
-    const auto pixels = image.pixels();
-    for (std::size_t alpha = 3; alpha < pixels.size(); alpha += 4) {
-        if (pixels[alpha] != 255) return false;
-    }
-    return true;
-}
-
 uint8_t onBlack(unsigned component, unsigned alpha) {
     return static_cast<uint8_t>((component * alpha + 127) / 255);
 }
@@ -51,9 +42,9 @@ void convertRow(const CGImage& image, int32_t y, PixelLayout layout, std::vector
     }
 }
 
-bool encode(RowEncoder& encoder, const CGImage& image, PixelLayout layout) {
+bool encode(RowEncoder& encoder, const CGImage& image, PixelLayout layout, const PictureTexts& texts) {
     std::vector<uint8_t> row(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(layout));
-    if (!encoder.begin(image.width(), image.height(), layout)) return false;
+    if (!encoder.begin(image.width(), image.height(), layout, texts)) return false;
     for (int32_t y = 0; y < image.height(); ++y) {
         convertRow(image, y, layout, row);
         if (!encoder.writeRow(row.data())) return false;
@@ -63,17 +54,19 @@ bool encode(RowEncoder& encoder, const CGImage& image, PixelLayout layout) {
 
 }  // namespace
 
-std::optional<std::vector<uint8_t>> NativeImageCodec::encodePNG(const CGImage& image) {
+std::optional<std::vector<uint8_t>> NativeImageCodec::encodePNG(const CGImage& image,
+                                                                const PictureTexts& texts) {
     MemorySink sink;
-    PixelLayout layout = isOpaque(image) ? PixelLayout::rgb : PixelLayout::rgba;
+    PixelLayout layout = image.isOpaque() ? PixelLayout::rgb : PixelLayout::rgba;
     if (image.format() == CGImageFormat::gray8) layout = PixelLayout::gray;
-    if (!encode(*makePngEncoder(sink), image, layout)) return std::nullopt;
+    if (!encode(*makePngEncoder(sink), image, layout, texts)) return std::nullopt;
     return std::move(sink.bytes);
 }
 
-std::optional<std::vector<uint8_t>> NativeImageCodec::encodeJPEG(const CGImage& image, double quality) {
+std::optional<std::vector<uint8_t>> NativeImageCodec::encodeJPEG(const CGImage& image, double quality,
+                                                                 const PictureTexts& texts) {
     MemorySink sink;
     const auto layout = image.format() == CGImageFormat::gray8 ? PixelLayout::gray : PixelLayout::rgb;
-    if (!encode(*makeJpegEncoder(sink, quality), image, layout)) return std::nullopt;
+    if (!encode(*makeJpegEncoder(sink, quality), image, layout, texts)) return std::nullopt;
     return std::move(sink.bytes);
 }

@@ -6,7 +6,8 @@
 
 class NativeImageCodec : public ImageCodec {
   public:
-    std::optional<std::vector<uint8_t>> encodePNG(const CGImage& image) override;
+    std::optional<std::vector<uint8_t>> encodePNG(const CGImage& image, const PictureTexts& texts) override;
     /// Transparent pixels are laid on black.
-    std::optional<std::vector<uint8_t>> encodeJPEG(const CGImage& image, double quality) override;
+    std::optional<std::vector<uint8_t>> encodeJPEG(const CGImage& image, double quality,
+                                                   const PictureTexts& texts) override;
 };

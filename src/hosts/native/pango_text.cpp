@@ -22,22 +22,30 @@ int pangoUnits(CGFloat points) {
     return static_cast<int>(std::lround(std::clamp(points, 0.0, largestLength) * PANGO_SCALE));
 }
 
-PangoAlignment pangoAlignment(NSTextAlignment alignment) {
-    switch (alignment) {
-        case NSTextAlignment::left:
-            return PANGO_ALIGN_LEFT;
-        case NSTextAlignment::center:
-            return PANGO_ALIGN_CENTER;
-        case NSTextAlignment::right:
-            return PANGO_ALIGN_RIGHT;
+/// By the first letter that has a direction. The text is valid UTF-8.
+bool isRightToLeft(const std::string& text) {
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data(); at < end; at = g_utf8_next_char(at)) {
+        const gunichar letter = g_utf8_get_char(at);
+        if (!g_unichar_isalpha(letter)) continue;
+        return (letter >= 0x0590 && letter <= 0x08FF) || (letter >= 0xFB1D && letter <= 0xFEFC);
     }
-    return PANGO_ALIGN_LEFT;
+    return false;
+}
+
+/// Pango's left is where lines begin.
+PangoAlignment pangoAlignment(NSTextAlignment alignment, bool rightToLeft) {
+    if (alignment == NSTextAlignment::center) return PANGO_ALIGN_CENTER;
+    const bool begins = (alignment == NSTextAlignment::left) != rightToLeft;
+    return begins ? PANGO_ALIGN_LEFT : PANGO_ALIGN_RIGHT;
 }
 
 std::unique_ptr<PangoFontDescription, Free> describeFont(const UIFont& font) {
     std::unique_ptr<PangoFontDescription, Free> description(pango_font_description_new());
-    pango_font_description_set_family(description.get(),
-                                      font.family.empty() ? systemFamily : font.family.c_str());
+    std::string families;
+    for (const std::string& family : fontFamiliesFor(font))
+        families += family + ",";
+    pango_font_description_set_family(description.get(), (families + systemFamily).c_str());
     pango_font_description_set_weight(description.get(), font.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
     pango_font_description_set_absolute_size(description.get(), pangoUnits(font.pointSize));
     return description;
@@ -84,7 +92,7 @@ void PangoText::fill(const std::string& text, const UIFont& font, CGFloat width,
     const auto description = describeFont(font);
     pango_layout_set_font_description(target, description.get());
     pango_layout_set_width(target, width > 0 ? pangoUnits(width) : -1);
-    pango_layout_set_alignment(target, pangoAlignment(alignment));
+    pango_layout_set_alignment(target, pangoAlignment(alignment, isRightToLeft(valid)));
     pango_layout_set_ellipsize(target, singleLine ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
     pango_layout_set_text(target, valid.data(), static_cast<int>(valid.size()));
 }

@@ -42,7 +42,8 @@ bool PictureFileWriter::knowsEnding(const std::string& path) {
     return isJpeg(path) || endingOf(path) == ".png";
 }
 
-bool PictureFileWriter::open(const std::string& path, int32_t width, int32_t height) {
+bool PictureFileWriter::open(const std::string& path, int32_t width, int32_t height,
+                             const PictureTexts& texts) {
     _path = path;
     _error.clear();
     _encoder.reset();
@@ -57,7 +58,7 @@ bool PictureFileWriter::open(const std::string& path, int32_t width, int32_t hei
     _encoder = isJpeg(path) ? makeJpegEncoder(*_file, jpegQuality) : makePngEncoder(*_file);
     _rowBytes = static_cast<std::size_t>(width) * 3;
     _rowsLeft = height;
-    return _encoder->begin(width, height, PixelLayout::rgb) || failEncoding();
+    return _encoder->begin(width, height, PixelLayout::rgb, texts) || failEncoding();
 }
 
 bool PictureFileWriter::writeRows(std::span<const uint8_t> rgb) {

@@ -7,6 +7,8 @@
 #include <span>
 #include <string>
 
+#include "platform/graphics/picture_texts.h"
+
 class ByteSink;
 class RowEncoder;
 
@@ -20,9 +22,9 @@ class PictureFileWriter {
     /// True for the endings .png, .jpg and .jpeg in any case, which say what is written.
     static bool knowsEnding(const std::string& path);
 
-    /// JPEG files get quality 0.9 and hold up to 65,500 pixels a side, PNG files 1,000,000. This and the next
-    /// two answer NO with the reason in error(); nothing but open works after that.
-    bool open(const std::string& path, int32_t width, int32_t height);
+    /// JPEG files get quality 0.9 and hold up to 65,500 pixels a side, PNG files 1,000,000; the texts go into
+    /// either. This and the next two answer NO with the reason in error(); nothing but open works after that.
+    bool open(const std::string& path, int32_t width, int32_t height, const PictureTexts& texts = {});
     /// Any number of whole rows: bytes R, G, B, 3 * width each.
     bool writeRows(std::span<const uint8_t> rgb);
     /// After exactly height rows.

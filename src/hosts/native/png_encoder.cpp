@@ -1,5 +1,6 @@
 // PNG files through libpng.
 // The library reports errors by longjmp: the functions that call it hold nothing that needs destruction.
+#include <algorithm>
 #include <csetjmp>
 #include <cstdio>
 #include <png.h>
@@ -15,12 +16,16 @@ class PngEncoder : public RowEncoder {
     PngEncoder(const PngEncoder&) = delete;
     PngEncoder& operator=(const PngEncoder&) = delete;
 
-    bool begin(int32_t width, int32_t height, PixelLayout layout) override {
+    bool begin(int32_t width, int32_t height, PixelLayout layout, const PictureTexts& texts) override {
         _png = png_create_write_struct(PNG_LIBPNG_VER_STRING, this, onError, onWarning);
         if (!_png) return false;
         _info = png_create_info_struct(_png);
-        return _info && writeHeader(static_cast<png_uint_32>(width), static_cast<png_uint_32>(height),
-                                    colorType(layout));
+        if (!_info || !writeHeader(static_cast<png_uint_32>(width), static_cast<png_uint_32>(height),
+                                   colorType(layout))) {
+            return false;
+        }
+        return std::all_of(texts.begin(), texts.end(),
+                           [this](const PictureText& text) { return writeText(pngTextContent(text)); });
     }
 
     bool writeRow(const uint8_t* row) override {
@@ -62,6 +67,13 @@ class PngEncoder : public RowEncoder {
         png_set_compression_level(_png, 6);
         png_set_compression_buffer_size(_png, 65536);
         png_write_info(_png, _info);
+        return true;
+    }
+
+    bool writeText(const std::vector<uint8_t>& content) {
+        if (content.empty()) return true;
+        if (setjmp(png_jmpbuf(_png)) != 0) return false;
+        png_write_chunk(_png, reinterpret_cast<png_const_bytep>("tEXt"), content.data(), content.size());
         return true;
     }
 

@@ -33,7 +33,7 @@ std::optional<std::string> findResourceFolder() {
 
 NSBundle::Reader makeFileResourceReader(std::string folder) {
     return [folder = std::move(folder)](const std::string& file) -> std::optional<std::string> {
-        if (file.empty() || file.find('/') != std::string::npos) return std::nullopt;
+        if (file.empty() || file.front() == '/' || file.find("..") != std::string::npos) return std::nullopt;
         return readFile(folder + "/" + file);
     };
 }

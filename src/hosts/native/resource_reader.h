@@ -10,5 +10,5 @@
 /// The folder `resources` beside the executable, else the installed one; nothing where neither exists.
 std::optional<std::string> findResourceFolder();
 
-/// Reads files of one folder by their plain names; names that lead out of it answer nothing.
+/// Reads files of a folder by their paths within it; paths that lead out of it answer nothing.
 NSBundle::Reader makeFileResourceReader(std::string folder);

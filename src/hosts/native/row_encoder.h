@@ -7,6 +7,8 @@
 #include <span>
 #include <string>
 
+#include "platform/graphics/picture_texts.h"
+
 class ByteSink {
   public:
     virtual ~ByteSink() = default;
@@ -19,7 +21,7 @@ enum class PixelLayout { gray = 1, rgb = 3, rgba = 4 };  ///< the value is the b
 class RowEncoder {
   public:
     virtual ~RowEncoder() = default;
-    virtual bool begin(int32_t width, int32_t height, PixelLayout layout) = 0;
+    virtual bool begin(int32_t width, int32_t height, PixelLayout layout, const PictureTexts& texts) = 0;
     /// One row of the size begun with.
     virtual bool writeRow(const uint8_t* row) = 0;
     /// After as many rows as the picture is high.

@@ -2,6 +2,7 @@
 // It is compared as text: what is told twice is the same to the last digit.
 #include "hosts/web/accessibility_mirror.h"
 
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -20,6 +21,7 @@ long whole(CGFloat points) {
 json entry(const UIAccessibilityElement& element, int id) {
     const CGRect& frame = element.frame;
     return {{"id", id},
+            {"focused", element.isFocused},
             {"role", element.traits == UIAccessibilityTraitButton ? "button" : "text"},
             {"label", element.label},
             {"x", whole(frame.origin.x)},
@@ -40,12 +42,27 @@ void AccessibilityMirror::update(const UIWindow& window, double time) {
     WebPage::mirror(_told);
 }
 
+std::shared_ptr<UIView> AccessibilityMirror::viewOf(int id) const {
+    const auto found =
+        std::find_if(_ids.begin(), _ids.end(), [id](const auto& known) { return known.second == id; });
+    const std::shared_ptr<UIView> view = found == _ids.end() ? nullptr : found->first.lock();
+    return view && view->window() ? view : nullptr;
+}
+
 bool AccessibilityMirror::activate(int id) const {
-    for (const auto& [weak, known] : _ids) {
-        const std::shared_ptr<UIView> view = known == id ? weak.lock() : nullptr;
-        if (view) return view->window() && view->accessibilityActivate();
+    const std::shared_ptr<UIView> view = viewOf(id);
+    return view && view->accessibilityActivate();
+}
+
+void AccessibilityMirror::focus(int id) {
+    const std::shared_ptr<UIView> reached = viewOf(id);
+    if (!reached) return;
+    for (const auto& [weak, known] : std::map(_ids)) {
+        const std::shared_ptr<UIView> view = weak.lock();
+        if (view && view != reached && view->isFocused()) view->accessibilityElementDidLoseFocus();
     }
-    return false;
+    reached->accessibilityElementDidBecomeFocused();
+    hurry();
 }
 
 std::string AccessibilityMirror::listAsJSON(const UIWindow& window) {

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "hosts/web/web_text.h"
+
 enum class DisplayList::Operation {
     save,
     restore,
@@ -142,7 +144,7 @@ void DisplayList::drawText(const std::string& text, const UIFont& font, UIColor 
                            NSTextAlignment alignment, bool singleLine) {
     add(Operation::drawText);
     add(text);
-    add(font.family);
+    add(WebText::familyList(font));
     _numbers.insert(_numbers.end(), {font.pointSize, font.bold ? 1.0 : 0.0});
     add(color);
     // The alignment as a share of the free room, in halves.

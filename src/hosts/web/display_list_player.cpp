@@ -88,9 +88,9 @@ EM_JS(void, zentaroPlayDisplayList, (int id, const double* list, int count, cons
 
     function drawText() {
         const words = text();
-        const family = text();
+        const families = text();
         const size = numbers[at++];
-        const font = Module.text.font(family, size, numbers[at++]);
+        const font = Module.text.font(families, size, numbers[at++]);
         context.fillStyle = color();
         const x = numbers[at++];
         let y = numbers[at++];
@@ -98,6 +98,8 @@ EM_JS(void, zentaroPlayDisplayList, (int id, const double* list, int count, cons
         const alignment = numbers[at++];
         const laidOut = Module.text.layOut(words, font, size, width, numbers[at++] !== 0);
         context.font = font;
+        context.textAlign = "left";
+        context.direction = Module.text.isRightToLeft(words) ? "rtl" : "ltr";
         // Without a width, lines stand beside the widest one.
         const room = width > 0 ? width : laidOut.width;
         laidOut.lines.forEach(function(line) {

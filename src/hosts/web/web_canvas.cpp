@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <emscripten/emscripten.h>
 
 // clang-format off
@@ -14,8 +13,7 @@ EM_JS(int, zentaroMakeCanvas, (int width, int height), {
         Module.canvases = new Map();
         Module.lastCanvas = 0;
         Module.canvasContext = function(canvas) {
-            // Pixels are read back after every painting: they stay where reading is cheap.
-            const context = canvas.getContext("2d", {willReadFrequently: true});
+            const context = canvas.getContext("2d");
             context.lineCap = "round";
             context.lineJoin = "round";
             context.imageSmoothingQuality = "high";
@@ -40,46 +38,19 @@ EM_JS(void, zentaroDeleteCanvas, (int id), {
     });
     Module.canvases.delete(id);
 });
-/// R, G, B, A, not premultiplied.
-EM_JS(int, zentaroReadCanvas, (int id, uint8_t* to), {
-    try {
-        const context = Module.canvases.get(id).stack[0];
-        const picture = context.getImageData(0, 0, context.canvas.width, context.canvas.height);
-        HEAPU8.set(picture.data, to);
-        return 1;
-    } catch (refused) {
-        return 0;
-    }
+/// Straight from canvas to texture: where both live on the GPU, the pixels never leave it, and nowhere are they
+/// read back and multiplied in the program.
+EM_JS(void, zentaroCopyCanvas, (int id), {
+    GLctx.pixelStorei(GLctx.UNPACK_PREMULTIPLY_ALPHA_WEBGL, true);
+    const canvas = Module.canvases.get(id).stack[0].canvas;
+    GLctx.texImage2D(GLctx.TEXTURE_2D, 0, GLctx.RGBA, GLctx.RGBA, GLctx.UNSIGNED_BYTE, canvas);
+    GLctx.pixelStorei(GLctx.UNPACK_PREMULTIPLY_ALPHA_WEBGL, false);
 });
 // clang-format on
 
 namespace {
 
 constexpr int32_t largestSide = 16384;
-
-bool isDrawable(CGRect rect) {
-    return std::isfinite(CGRectGetMaxX(rect)) && std::isfinite(CGRectGetMaxY(rect)) &&
-           std::isfinite(rect.origin.x) && std::isfinite(rect.origin.y);
-}
-
-/// Two components of a pixel, in the low and the high half of the word, times alpha over 255, rounded.
-uint32_t timesAlpha(uint32_t twoComponents, uint32_t alpha) {
-    const uint32_t product = twoComponents * alpha + 0x00800080;
-    return ((product + ((product >> 8) & 0x00FF00FF)) >> 8) & 0x00FF00FF;
-}
-
-/// In place: from R, G, B, A as they are to B, G, R, A premultiplied. Wasm keeps the first byte lowest.
-void premultiplyAndSwap(std::vector<uint8_t>& pixels) {
-    for (std::size_t i = 0; i + 3 < pixels.size(); i += 4) {
-        uint32_t pixel = 0;
-        std::memcpy(&pixel, &pixels[i], sizeof pixel);
-        const uint32_t alpha = pixel >> 24;
-        const uint32_t blueRed = timesAlpha(pixel & 0x00FF00FF, alpha);
-        const uint32_t green = timesAlpha((pixel >> 8) & 0x000000FF, alpha) & 0x000000FF;
-        pixel = alpha << 24 | (blueRed & 0xFF) << 16 | green << 8 | blueRed >> 16;
-        std::memcpy(&pixels[i], &pixel, sizeof pixel);
-    }
-}
 
 }  // namespace
 
@@ -140,11 +111,11 @@ void WebCanvas::endTransparencyLayer() {
 }
 
 void WebCanvas::clearRect(CGRect rect) {
-    if (isDrawable(rect)) _list.clearRect(rect);
+    if (isFinite(rect)) _list.clearRect(rect);
 }
 
 void WebCanvas::fillRect(CGRect rect, UIColor color) {
-    if (isDrawable(rect)) _list.fillRect(rect, color);
+    if (isFinite(rect)) _list.fillRect(rect, color);
 }
 
 void WebCanvas::fillPath(const UIBezierPath& path, FillRule rule, UIColor color) {
@@ -157,43 +128,20 @@ void WebCanvas::strokePath(const UIBezierPath& path, CGFloat lineWidth, UIColor 
 }
 
 void WebCanvas::drawImage(const UIImage& image, CGRect rect, UIColor tint) {
-    if (!isDrawable(rect) || !(rect.size.width > 0 && rect.size.height > 0)) return;
+    if (!isFinite(rect) || !(rect.size.width > 0 && rect.size.height > 0)) return;
     if (image.image()) _list.drawPicture(*image.image(), rect);
     if (image.glyph()) drawGlyph(*image.glyph(), rect, tint);
 }
 
-void WebCanvas::drawGlyph(const VectorGlyph& glyph, CGRect rect, UIColor tint) {
-    if (!(glyph.size.width > 0 && glyph.size.height > 0)) return;
-    // As one picture, or a translucent tint would darken where shapes overlap.
-    const bool layered = tint.alpha < 1 && glyph.shapes.size() > 1;
-    save();
-    translate(rect.origin.x, rect.origin.y);
-    scale(rect.size.width / glyph.size.width, rect.size.height / glyph.size.height);
-    if (layered) beginTransparencyLayer(tint.alpha);
-    const UIColor color = layered ? tint.withAlpha(1) : tint;
-    for (const VectorGlyph::Shape& shape : glyph.shapes) {
-        if (shape.stroked) {
-            strokePath(shape.path, shape.lineWidth, color);
-        } else {
-            fillPath(shape.path, shape.rule, color);
-        }
-    }
-    if (layered) endTransparencyLayer();
-    restore();
-}
-
 void WebCanvas::drawText(const std::string& text, const UIFont& font, UIColor color, CGRect rect,
                          NSTextAlignment alignment, bool singleLine) {
-    if (!isDrawable(rect) || text.empty() || (singleLine && !(rect.size.width > 0))) return;
+    if (!isFinite(rect) || text.empty() || (singleLine && !(rect.size.width > 0))) return;
     _list.drawText(text, font, color, rect, alignment, singleLine);
 }
 
-std::span<const uint8_t> WebCanvas::pixels() {
-    if (_list.isEmpty() && !_pixels.empty()) return _pixels;
+bool WebCanvas::copyToTexture() {
     _list.play(_id);
     _list.clear();
-    _pixels.resize(static_cast<std::size_t>(_width) * static_cast<std::size_t>(_height) * 4);
-    if (zentaroReadCanvas(_id, _pixels.data()) == 0) std::fill(_pixels.begin(), _pixels.end(), uint8_t{0});
-    premultiplyAndSwap(_pixels);
-    return _pixels;
+    zentaroCopyCanvas(_id);
+    return true;
 }

@@ -1,5 +1,5 @@
 // A Canvas on the browser's 2D canvas.
-// Calls gather in a list and reach the browser when somebody asks for the pixels.
+// Calls gather in a list and reach the browser when they are wanted as a texture.
 #pragma once
 
 #include <memory>
@@ -35,20 +35,17 @@ class WebCanvas : public BitmapCanvas {
 
     int32_t width() const override { return _width; }
     int32_t height() const override { return _height; }
-    std::span<const uint8_t> pixels() override;
+    bool copyToTexture() override;
 
   private:
     WebCanvas(int id, int32_t width, int32_t height) : _id(id), _width(width), _height(height) {}
     void clipEverything();
-    void drawGlyph(const VectorGlyph& glyph, CGRect rect, UIColor tint);
 
     /// The browser's canvas.
     int _id;
     int32_t _width;
     int32_t _height;
     DisplayList _list;
-    /// As pixels() answered them last.
-    std::vector<uint8_t> _pixels;
     /// Open saves (nothing) and layers (their opacity): pairs that do not match never reach the browser.
     std::vector<std::optional<double>> _open;
 };

@@ -8,6 +8,7 @@
 
 #include "hosts/web/dom_key.h"
 #include "hosts/web/web_host.h"
+#include "hosts/web/web_page.h"
 
 namespace {
 
@@ -79,12 +80,34 @@ EMSCRIPTEN_KEEPALIVE void zentaroOpenLink(const char* text) {
     hand(HostOpenLink{text});
 }
 
+EMSCRIPTEN_KEEPALIVE void zentaroOpenPicture(const char* name) {
+    hand(HostOpenPicture{name, readPictureTexts(WebPage::pictureBytes)});
+}
+
+EMSCRIPTEN_KEEPALIVE void zentaroShared(int number, int isDone, const char* message) {
+    if (exportedHost) exportedHost->shareAnswered(number, {isDone != 0, message});
+}
+
 EMSCRIPTEN_KEEPALIVE void zentaroActivate(int id) {
     if (exportedHost) exportedHost->activate(id);
 }
 
+EMSCRIPTEN_KEEPALIVE void zentaroReached(int id) {
+    if (exportedHost) exportedHost->reached(id);
+}
+
 EMSCRIPTEN_KEEPALIVE void zentaroReduceMotion(int reduce) {
-    if (exportedHost) exportedHost->setMotionReduced(reduce != 0);
+    hand(HostReduceMotion{reduce != 0});
+}
+
+/// Texts that were drawn without them are drawn anew.
+EMSCRIPTEN_KEEPALIVE void zentaroFontsArrived() {
+    if (exportedHost) exportedHost->fontsArrived();
+}
+
+/// Of the app's own edges, in points.
+EMSCRIPTEN_KEEPALIVE void zentaroInsets(double top, double right, double bottom, double left) {
+    hand(HostSafeArea{{top, left, bottom, right}});
 }
 
 EMSCRIPTEN_KEEPALIVE void zentaroContextLost() {
@@ -93,6 +116,19 @@ EMSCRIPTEN_KEEPALIVE void zentaroContextLost() {
 
 EMSCRIPTEN_KEEPALIVE void zentaroContextRestored() {
     if (exportedHost) exportedHost->contextRestored();
+}
+
+EMSCRIPTEN_KEEPALIVE void zentaroRecordingEnded(const char* failure, int hasFilm) {
+    if (exportedHost) exportedHost->capture().ended(failure, hasFilm != 0);
+}
+
+EMSCRIPTEN_KEEPALIVE void zentaroFetched(int number, int status, int error, const char* reason, double size) {
+    if (exportedHost)
+        exportedHost->network().answered(number, status, error, reason, static_cast<std::size_t>(size));
+}
+
+EMSCRIPTEN_KEEPALIVE void zentaroPreviewFinished() {
+    if (exportedHost) exportedHost->capture().previewFinished();
 }
 
 }  // extern "C"

@@ -15,10 +15,14 @@
 #include "hosts/web/web_preferences_store.h"
 #include "hosts/web/web_resources.h"
 #include "platform/foundation/ns_bundle.h"
+#include "platform/foundation/ns_locale.h"
 #include "platform/foundation/ns_log.h"
+#include "platform/foundation/ns_notification_center.h"
 #include "platform/foundation/ns_user_defaults.h"
 #include "platform/gl/screen_compositor.h"
+#include "platform/ui/text_measure.h"
 #include "platform/ui/ui_screen.h"
+#include "platform/ui/ui_view_controller.h"
 
 namespace {
 
@@ -36,6 +40,7 @@ void putServicesInPlace() {
     NSBundle::mainBundle().setReader(readResource);
     setSharedCanvasProvider(std::make_shared<WebCanvasProvider>());
     setSharedImageCodec(std::make_shared<WebImageCodec>());
+    NSLocale::setCurrentLocale(localeOfLanguages(WebPage::languages()));
     NSUserDefaults::setStandardStore(std::make_shared<WebPreferencesStore>());
 }
 
@@ -66,6 +71,9 @@ WebHost::WebHost(std::unique_ptr<WebHostClient> client) : _client(std::move(clie
     WebPage::reportCrashes();
     putServicesInPlace();
     setSharedGLSurface(&_surface);
+    setSharedShareDestinations(_share);
+    setSharedScreenCapture(_capture);
+    setSharedHTTPClient(_network);
     const CGSize size = WebPage::size();
     const double scale = WebPage::scale();
     _surface.setPixelSize(pixels(size.width, scale), pixels(size.height, scale));
@@ -75,6 +83,9 @@ WebHost::WebHost(std::unique_ptr<WebHostClient> client) : _client(std::move(clie
 }
 
 void WebHost::start() {
+    // Asked before the app draws into it: calls without a context end the program.
+    if (!_surface.createContext()) return fail(withoutOpenGL(_surface.lastError()));
+    if (_surface.isLost()) return fail("the WebGL context was lost at the start");
     const std::string failure = launch();
     if (!failure.empty()) return fail(failure);
     _running = true;
@@ -96,6 +107,11 @@ void WebHost::fail(const std::string& reason) {
 }
 
 bool WebHost::handle(const HostEvent& event) {
+    if (const auto* press = std::get_if<HostKeyPress>(&event)) {
+        _mirror.hurry();
+        // The page counts a step back as taken. Where the app stays, it is told so with the next frame.
+        if (press->key == HostKey::back && _toldStepsBack > 0) --_toldStepsBack;
+    }
     return _application->handle(event);
 }
 
@@ -103,12 +119,17 @@ void WebHost::resize(CGSize points, double scale) {
     _surface.setPixelSize(pixels(points.width, scale), pixels(points.height, scale));
     handle(HostResize{points, scale});
     // The new size has emptied the canvas, and the browser may show it before the next frame comes.
-    if (_startTold && drawsFrames()) drawFrame(_lastFrame);
+    if (_startTold && drawsFrames() && !_surface.isLost()) drawFrame(_lastFrame);
 }
 
 void WebHost::setVisible(bool visible) {
     handle(HostVisibility{visible});
     requestFrames();
+}
+
+void WebHost::fontsArrived() {
+    NSNotificationCenter::defaultCenter().postNotificationName(UIContentSizeCategoryDidChangeNotification);
+    if (const auto window = _application->delegate()->window()) window->overlayNeedsDisplay();
 }
 
 void WebHost::contextLost() {
@@ -136,6 +157,8 @@ void WebHost::requestFrames() {
 
 EM_BOOL WebHost::frameCalled(double milliseconds, void* host) {
     auto& self = *static_cast<WebHost*>(host);
+    // The browser may draw once more before it tells of the loss.
+    if (self._surface.isLost()) self.contextLost();
     self._framesRequested = self.drawsFrames();
     if (!self._framesRequested) return EM_FALSE;
     self.drawFrame(milliseconds / 1000);
@@ -150,4 +173,16 @@ void WebHost::drawFrame(HostTime time) {
         WebPage::started();
     }
     _client->frameShown(_application->time());
+    tellStepsBack();
+}
+
+void WebHost::tellStepsBack() {
+    const auto window = _application->delegate()->window();
+    std::size_t steps = 0;
+    for (auto screen = window ? window->rootViewController() : nullptr; screen;
+         screen = screen->presentedViewController())
+        steps += screen->stepsBack();
+    if (steps == _toldStepsBack) return;
+    _toldStepsBack = steps;
+    WebPage::stepsBack(static_cast<int>(steps));
 }

@@ -7,6 +7,9 @@
 #include <string>
 
 #include "hosts/web/accessibility_mirror.h"
+#include "hosts/web/web_capture.h"
+#include "hosts/web/web_http_client.h"
+#include "hosts/web/web_share.h"
 #include "hosts/web/web_surface.h"
 #include "hosts/web/web_window.h"
 #include "platform/ui/ui_application.h"
@@ -18,8 +21,6 @@ class WebHostClient {
     virtual std::shared_ptr<UIApplicationDelegate> makeDelegate() = 0;
     /// A frame was drawn. time: the app's, in seconds.
     virtual void frameShown(double time) = 0;
-    /// The user wants things to move less, or no longer does.
-    virtual void setMotionReduced(bool reduced) = 0;
 };
 
 class WebHost {
@@ -37,8 +38,13 @@ class WebHost {
     /// The canvas has its new size already.
     void resize(CGSize points, double scale);
     void setVisible(bool visible);
-    void setMotionReduced(bool reduced) { _client->setMotionReduced(reduced); }
+    void shareAnswered(int number, const ShareOutcome& outcome) { _share->answered(number, outcome); }
     void activate(int id) { _mirror.activate(id); }
+    void reached(int id) { _mirror.focus(id); }
+    WebHTTPClient& network() { return *_network; }
+    WebCapture& capture() { return *_capture; }
+    /// Those that the page loads late.
+    void fontsArrived();
     /// Nothing is drawn until the browser gives the context back.
     void contextLost();
     void contextRestored();
@@ -55,10 +61,14 @@ class WebHost {
     static EM_BOOL frameCalled(double milliseconds, void* host);
     bool drawsFrames() const { return _running && !_contextLost && _application->isVisible(); }
     void drawFrame(HostTime time);
+    void tellStepsBack();
 
     std::unique_ptr<WebHostClient> _client;
+    std::shared_ptr<WebCapture> _capture = std::make_shared<WebCapture>();
     WebSurface _surface;
     WebWindow _window;
+    std::shared_ptr<WebShare> _share = std::make_shared<WebShare>();
+    std::shared_ptr<WebHTTPClient> _network = std::make_shared<WebHTTPClient>();
     AccessibilityMirror _mirror;
     std::unique_ptr<UIApplication> _application;
     HostTime _lastEvent = 0;
@@ -68,4 +78,5 @@ class WebHost {
     /// Whether the browser has been asked for frames and not been told to stop.
     bool _framesRequested = false;
     bool _startTold = false;
+    std::size_t _toldStepsBack = 0;
 };

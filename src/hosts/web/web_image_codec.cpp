@@ -38,32 +38,27 @@ EM_JS(void, zentaroTakePicture, (uint8_t* to), {
 
 namespace {
 
-bool isOpaque(const CGImage& image) {
-    if (image.format() != CGImageFormat::rgba8888) return true;
-    const auto pixels = image.pixels();
-    for (std::size_t alpha = 3; alpha < pixels.size(); alpha += 4) {
-        if (pixels[alpha] != 255) return false;
-    }
-    return true;
-}
-
 std::optional<std::vector<uint8_t>> encoded(const CGImage& image, bool opaque, const char* type,
-                                            double quality) {
+                                            double quality, const PictureTexts& texts) {
     const std::vector<uint8_t> pixels = image.rgbaBytes();
     const int size =
         zentaroEncodePicture(pixels.data(), image.width(), image.height(), opaque ? 1 : 0, type, quality);
     if (size < 0) return std::nullopt;
     std::vector<uint8_t> file(static_cast<std::size_t>(size));
     zentaroTakePicture(file.data());
+    insertPictureTexts(file, texts);
     return file;
 }
 
 }  // namespace
 
-std::optional<std::vector<uint8_t>> WebImageCodec::encodePNG(const CGImage& image) {
-    return encoded(image, isOpaque(image), "image/png", 1);
+std::optional<std::vector<uint8_t>> WebImageCodec::encodePNG(const CGImage& image,
+                                                             const PictureTexts& texts) {
+    return encoded(image, image.isOpaque(), "image/png", 1, texts);
 }
 
-std::optional<std::vector<uint8_t>> WebImageCodec::encodeJPEG(const CGImage& image, double quality) {
-    return encoded(image, false, "image/jpeg", std::isfinite(quality) ? std::clamp(quality, 0.0, 1.0) : 1);
+std::optional<std::vector<uint8_t>> WebImageCodec::encodeJPEG(const CGImage& image, double quality,
+                                                              const PictureTexts& texts) {
+    const double inRange = std::isfinite(quality) ? std::clamp(quality, 0.0, 1.0) : 1;
+    return encoded(image, false, "image/jpeg", inRange, texts);
 }

@@ -2,6 +2,8 @@
 // A canvas has one context for life: making it anew after a loss answers the same one, alive again.
 #include "hosts/web/web_surface.h"
 
+#include <emscripten/emscripten.h>
+
 namespace {
 
 constexpr const char* kCanvas = "#screen";
@@ -51,6 +53,11 @@ bool WebSurface::makeCurrent() {
 
 void WebSurface::clearCurrent() {
     emscripten_webgl_make_context_current(0);
+}
+
+void WebSurface::present() {
+    ++_presented;
+    _cost.noteFrame(emscripten_get_now());
 }
 
 void WebSurface::setPixelSize(int32_t width, int32_t height) {

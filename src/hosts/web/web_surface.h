@@ -4,6 +4,7 @@
 
 #include <emscripten/html5_webgl.h>
 
+#include "platform/gl/frame_interval_cost.h"
 #include "platform/host/gl_surface.h"
 
 class WebSurface : public GLSurface {
@@ -23,9 +24,12 @@ class WebSurface : public GLSurface {
     int32_t pixelWidth() const override { return _width; }
     int32_t pixelHeight() const override { return _height; }
     /// The browser shows what was drawn when the frame's callback returns.
-    void present() override { ++_presented; }
+    void present() override;
+    std::optional<double> frameCost() const override { return _cost.cost(); }
 
     bool hasContext() const { return _context > 0; }
+    /// Whether the context there is has been taken away; nothing may be made in it until it is given back.
+    bool isLost() const { return hasContext() && emscripten_is_webgl_context_lost(_context); }
     /// The page has given its canvas this size.
     void setPixelSize(int32_t width, int32_t height);
     /// Frames shown so far.
@@ -37,4 +41,5 @@ class WebSurface : public GLSurface {
     int32_t _width = 0;
     int32_t _height = 0;
     int64_t _presented = 0;
+    FrameIntervalCost _cost;
 };

@@ -12,6 +12,9 @@ namespace WebText {
 /// Makes Module.text, which the painter of canvases uses too. Once, before anything is measured or painted.
 void prepare();
 
+/// The font's families as Module.text takes them.
+std::string familyList(const UIFont& font);
+
 /// As CanvasProvider::measureText.
 CGSize measure(const std::string& text, const UIFont& font, CGFloat width);
 
