@@ -10,6 +10,8 @@
 #include "app/command_line_options.h"
 #include "app/shared_link.h"
 #include "main_screen/link_host.h"
+#include "platform/foundation/file_url.h"
+#include "platform/foundation/quoted_text.h"
 
 namespace {
 
@@ -38,11 +40,13 @@ std::string_view neededFor(OptionUse use) {
 std::string helpText() {
     std::string text =
         "Zentaro, a full-screen fractal explorer.\n\n"
-        "usage: zentaro [OPTIONS] [LINK]\n"
+        "usage: zentaro [OPTIONS] [LINK | PICTURE]\n"
         "  LINK                      open this view: http://" +
         linkHost() +
         "/TYPE/x1/y1/x2/y2,\n"
-        "                            " ZENTARO_URL_SCHEME "://TYPE/x1/y1/x2/y2, or only /TYPE/x1/y1/x2/y2\n";
+        "                            " ZENTARO_URL_SCHEME
+        "://TYPE/x1/y1/x2/y2, or only /TYPE/x1/y1/x2/y2\n"
+        "  PICTURE                   open the view of this .png or .jpg file that Zentaro saved\n";
     OptionUse use = OptionUse::anything;
     for (const auto& option : commandLineOptions()) {
         if (option.use != use) text.append("with ").append(neededFor(option.use)).append(":\n");
@@ -82,6 +86,10 @@ std::string useless(const CommandLineReading& reading) {
     return {};
 }
 
+bool opensSomething(const CommandLineReading& reading) {
+    return !reading.options.link.empty() || !reading.options.picture.empty();
+}
+
 std::string conflictIn(const CommandLineReading& reading) {
     if (auto mistake = useless(reading); !mistake.empty()) return mistake;
     const bool picture = reading.has("--snapshot");
@@ -93,9 +101,12 @@ std::string conflictIn(const CommandLineReading& reading) {
                    " needs none; give one of them";
         }
     }
-    for (const std::string_view alsoInLink : {"--view", "--type"}) {
-        if (!reading.options.link.empty() && reading.has(alsoInLink))
-            return std::string(alsoInLink) + " and the link both say what to show; give one of them";
+    for (const std::string_view alsoThere : {"--view", "--type"}) {
+        if (opensSomething(reading) && reading.has(alsoThere)) {
+            return std::string(alsoThere) + " and the " +
+                   (reading.options.link.empty() ? "picture" : "link") +
+                   " both say what to show; give one of them";
+        }
     }
     const double scale = reading.options.scale.value_or(1);
     const auto side = [&](CGFloat points) { return std::round(points * scale); };
@@ -107,6 +118,8 @@ std::string conflictIn(const CommandLineReading& reading) {
     if (side(size.width) < 1 || side(size.height) < 1) {
         return "--size times --scale is too small; a side has at least 1 pixel";
     }
+    if (reading.has("--record") && (side(size.width) < 2 || side(size.height) < 2))
+        return "--size times --scale is too small; a side of a film has at least 2 pixels";
     return {};
 }
 
@@ -117,19 +130,28 @@ std::pair<std::string_view, std::optional<std::string_view>> splitArgument(std::
     return {argument.substr(0, equals), argument.substr(equals + 1)};
 }
 
-std::string readLink(CommandLineReading& reading, std::string_view argument) {
-    if (!reading.options.link.empty()) return "there is a second link " + quoted(argument) + "; give one";
+std::string readLinkOrPicture(CommandLineReading& reading, std::string_view argument) {
+    if (opensSomething(reading))
+        return "there is a second link or picture " + quoted(argument) + "; give one";
+    if (auto path = pathOfFileURL(argument)) {
+        reading.options.picture = *std::move(path);
+        return {};
+    }
+    if (namesPicture(argument) && argument.find("://") == std::string_view::npos) {
+        reading.options.picture = argument;
+        return {};
+    }
     const auto link = readSharedLink(argument);
     if (const auto* mistake = std::get_if<LinkMistake>(&link)) return mistake->line;
     reading.options.link = std::get<NSURL>(link).absoluteString();
     return {};
 }
 
-/// Reads the option or link at the front of the arguments and takes it off them.
+/// Reads the option, link or picture at the front of the arguments and takes it off them.
 std::string readNext(CommandLineReading& reading, std::span<const std::string_view>& rest) {
     const std::string_view argument = rest.front();
     rest = rest.subspan(1);
-    if (!argument.starts_with("-")) return readLink(reading, argument);
+    if (!argument.starts_with("-")) return readLinkOrPicture(reading, argument);
     auto [name, value] = splitArgument(argument);
     const CommandLineOption* option = findOption(name);
     if (option == nullptr) return "unknown option " + quoted(argument) + "; zentaro --help lists them all";
@@ -159,6 +181,8 @@ CommandLine parseCommandLine(std::span<const std::string_view> arguments) {
         if (auto mistake = readNext(reading, arguments); !mistake.empty()) return CommandLineMistake{mistake};
     }
     if (auto mistake = conflictIn(reading); !mistake.empty()) return CommandLineMistake{mistake};
+    for (const std::string_view window : {"--size", "--scale", "--fullscreen", "--defaults", "--seed"})
+        reading.options.startsAnother |= reading.has(window);
     if (reading.has("--snapshot")) reading.options.snapshot = reading.snapshot;
     if (reading.has("--fly")) reading.options.flight = reading.flight;
     return reading.options;

@@ -37,6 +37,7 @@ struct FlightOptions {
     std::optional<int32_t> palette;
     std::optional<int32_t> cycling;
     std::string framesFolder;  ///< empty: no pictures
+    std::string filmFile;      ///< ends in .mp4; empty: no film
 };
 
 struct CommandLineOptions {
@@ -48,7 +49,10 @@ struct CommandLineOptions {
     bool verbose = false;
     /// Where to start: one of the app's own links, see readSharedLink; empty for the app's own start.
     std::string link;
-    /// A window of its own, even where a running app could open the link.
+    /// Or a picture that says which view it shows; empty for none.
+    std::string picture;
+    /// A window of its own, even where a running app could open these: asked for, or because other options
+    /// say what the window is to be like.
     bool startsAnother = false;
     /// Absent: other random numbers at every start.
     std::optional<uint64_t> seed;

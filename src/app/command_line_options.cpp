@@ -3,13 +3,14 @@
 // must be read whole, finite and independent of the locale.
 #include "app/command_line_options.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
 
+#include "platform/foundation/ascii_text.h"
 #include "platform/foundation/decimal_text.h"
+#include "platform/foundation/quoted_text.h"
 
 namespace {
 
@@ -74,22 +75,9 @@ std::string readVerbose(CommandLineReading& reading, std::string_view) {
     return {};
 }
 
-bool endsWithIgnoringCase(std::string_view text, std::string_view ending) {
-    if (text.size() < ending.size()) return false;
-    const auto tail = text.substr(text.size() - ending.size());
-    for (std::size_t i = 0; i < ending.size(); ++i) {
-        const char c = tail[i];
-        const char lower = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        if (lower != ending[i]) return false;
-    }
-    return true;
-}
-
 std::string readSnapshot(CommandLineReading& reading, std::string_view value) {
     reading.snapshot.file = value;
-    for (const auto ending : {".png", ".jpg", ".jpeg"}) {
-        if (endsWithIgnoringCase(value, ending)) return {};
-    }
+    if (namesPicture(value)) return {};
     return "--snapshot " + quoted(value) + " has no known ending; name a .png, .jpg or .jpeg file";
 }
 
@@ -193,13 +181,19 @@ std::string readFrames(CommandLineReading& reading, std::string_view value) {
     return {};
 }
 
+std::string readRecord(CommandLineReading& reading, std::string_view value) {
+    reading.flight.filmFile = value;
+    if (asciiLowercase(value).ends_with(".mp4")) return {};
+    return "--record " + quoted(value) + " has no known ending; name a .mp4 file";
+}
+
 using enum OptionUse;
 
-constexpr std::array<CommandLineOption, 16> kOptions{{
+constexpr std::array<CommandLineOption, 17> kOptions{{
     {"--size", "WxH", "1280x720", anything, readSize, "size of the window or picture in points (1280x720)"},
     {"--scale", "S", "2", anything, readScale, "pixels per point, 0.5 to 4 (the display's own)"},
     {"--fullscreen", "", "", anything, readFullscreen, "start in full screen"},
-    {"--new", "", "", anything, readNew, "open LINK in a new window, not in the one that is there"},
+    {"--new", "", "", anything, readNew, "open in a new window, not in the one that is there"},
     {"--defaults", "FILE", "settings.json", anything, readDefaults,
      "use this settings file; a picture or a flight only reads it"},
     {"--seed", "N", "1", anything, readSeed, "start of the random numbers: the same, the same flights"},
@@ -216,19 +210,16 @@ constexpr std::array<CommandLineOption, 16> kOptions{{
     {"--fps", "N", "30", flight, readFps, "frames a second of the flight's clock, 1 to 240 (60)"},
     {"--cycling", "0|1|4", "1", flight, readCycling, "speed at which the palette moves (0)"},
     {"--frames", "DIR", "film", flight, readFrames, "write every frame to DIR: frame_00001.png and so on"},
+    {"--record", "FILE", "flight.mp4", flight, readRecord, "film every frame into a .mp4 file"},
 }};
 
 }  // namespace
 
-std::span<const CommandLineOption> commandLineOptions() {
-    return kOptions;
+bool namesPicture(std::string_view file) {
+    const std::string name = asciiLowercase(file);
+    return name.ends_with(".png") || name.ends_with(".jpg") || name.ends_with(".jpeg");
 }
 
-std::string quoted(std::string_view text) {
-    std::string result(1, '\'');
-    result.append(text).push_back('\'');
-    // One line, and nothing that a terminal would obey.
-    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
-    std::replace_if(result.begin(), result.end(), isControl, '?');
-    return result;
+std::span<const CommandLineOption> commandLineOptions() {
+    return kOptions;
 }

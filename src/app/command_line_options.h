@@ -39,8 +39,8 @@ struct CommandLineOption {
     std::string_view help;
 };
 
+/// By its ending: .png, .jpg or .jpeg in any case.
+bool namesPicture(std::string_view file);
+
 /// In the order of the help.
 std::span<const CommandLineOption> commandLineOptions();
-
-/// In single quotes, as mistakes name what they are about.
-std::string quoted(std::string_view text);

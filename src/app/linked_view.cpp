@@ -4,6 +4,7 @@
 
 #include "main_screen/fractal_bounds.h"
 #include "platform/foundation/ns_string.h"
+#include "routing/jlr_route_definition.h"
 
 namespace {
 
@@ -27,4 +28,11 @@ std::optional<LinkedView> linkedView(const JLRRouteParameters& parameters) {
     return LinkedView{type == "julia" ? FractalType::julia : FractalType::mandelbrot,
                       CGRectMake(static_cast<double>(x1), static_cast<double>(y1), static_cast<double>(w),
                                  static_cast<double>(h))};
+}
+
+std::optional<LinkedView> linkedViewOfPath(const std::string& path) {
+    static const JLRRouteDefinition route(linkedViewRoute, 0, nullptr);
+    const JLRRouteResponse response =
+        route.routeResponseForRequest(JLRRouteRequest(NSURL::URLWithString(path), 0, std::nullopt));
+    return response.parameters() ? linkedView(*response.parameters()) : std::nullopt;
 }

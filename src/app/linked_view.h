@@ -21,3 +21,6 @@ struct LinkedView {
 /// From the parameters of a match, in single precision. Nothing for an unknown type ("mandelbrot" and "julia"
 /// are known, as they stand) and for a rectangle that is empty, reversed or too large.
 std::optional<LinkedView> linkedView(const JLRRouteParameters& parameters);
+
+/// The view that opens where this path is a link's, "/mandelbrot/-2/-1.5/1/1.5".
+std::optional<LinkedView> linkedViewOfPath(const std::string& path);

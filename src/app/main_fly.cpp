@@ -14,7 +14,9 @@
 #include "app/flight_statistics.h"
 #include "app/ios_app_delegate.h"
 #include "app/main_headless.h"
+#include "app/main_opening.h"
 #include "app/main_starts.h"
+#include "hosts/native/film_file.h"
 #include "hosts/native/picture_file_writer.h"
 #include "hosts/native/process_usage.h"
 #include "platform/foundation/ca_display_link.h"
@@ -90,19 +92,23 @@ class Ride {
     Ride& operator=(const Ride&) = delete;
 
     /// Empty for success, else the mistake.
-    std::string fly(FrameFolder& folder) {
+    std::string fly(FrameFolder& folder, FilmFile& film) {
         const auto frames = std::max<int64_t>(1, std::llround(_options.seconds * _options.fps));
         const Clock::time_point begun = Clock::now();
         for (int64_t frame = 0; frame < frames; ++frame) {
             if (frame == int64_t{60} * _options.fps) _afterAMinute = currentProcessUsage();
             _host.step(frameSeconds());
+            if (film.isOpen() && film.hasFailed()) break;
             if (!folder.isOpen()) continue;
             if (auto mistake = folder.write(*_host.screenPicture()); !mistake.empty()) return mistake;
         }
+        if (film.isOpen()) {
+            if (auto mistake = film.finish(); !mistake.empty()) return mistake;
+        }
         const double took = std::chrono::duration<double, std::milli>(Clock::now() - begun).count();
-        std::printf("%s%lld frames%s, %.3f ms each\n", _statistics.summary().c_str(),
-                    static_cast<long long>(frames), folder.isOpen() ? "" : " without drawing",
-                    took / static_cast<double>(frames));
+        std::printf(
+            "%s%lld frames%s, %.3f ms each\n", _statistics.summary().c_str(), static_cast<long long>(frames),
+            folder.isOpen() || film.isOpen() ? "" : " without drawing", took / static_cast<double>(frames));
         if (_verbose) printUsage();
         return {};
     }
@@ -150,17 +156,25 @@ bool isAboutAFlight(std::string_view line) {
     return line.starts_with("http://") || line.starts_with("no ") || line.starts_with("Failed precision");
 }
 
-int fly(HeadlessHost& host, HeldLog& log, const CommandLineOptions& options) {
+int fly(HeadlessHost& host, HeldLog& log, const CommandLineOptions& options,
+        const std::optional<HostEvent>& opening) {
     const auto [screen, failure] = launchMainScreen(host, log);
     if (!screen) return failStart(failure);
     if (!screen->renderedImage()) return failStart("the GPU cannot draw a picture of this size");
+    const auto film = std::make_shared<FilmFile>();
+    if (const std::string& file = options.flight->filmFile; !file.empty()) {
+        if (const auto mistake = film->open(file, options.flight->fps); !mistake.empty())
+            return failStart(mistake);
+        setSharedScreenCapture(film);
+    }
     FrameFolder folder;
     if (!options.flight->framesFolder.empty()) {
         if (const auto mistake = folder.open(options.flight->framesFolder); !mistake.empty())
             return failStart(mistake);
     }
     log.release();
-    openLink(host, options);
+    open(host, opening, options.verbose);
+    if (options.flight->palette) screen->setFractalColoring(*options.flight->palette);
     if (!options.verbose) {
         NSLogSetSink([](std::string_view line) {
             if (isAboutAFlight(line)) return;
@@ -168,23 +182,26 @@ int fly(HeadlessHost& host, HeldLog& log, const CommandLineOptions& options) {
         });
     }
     Ride ride(host, screen, options);
-    const std::string mistake = ride.fly(folder);
+    const std::string mistake = ride.fly(folder, *film);
+    setSharedScreenCapture(nullptr);
     return mistake.empty() ? 0 : failStart(mistake);
 }
 
 }  // namespace
 
 int startFlight(const CommandLineOptions& options) {
+    const auto [opening, unopened] = openingOf(options);
+    if (!unopened.empty()) return failStart(unopened);
     const auto [settings, mistake] = readOnlySettings(options);
     if (!mistake.empty()) return failStart(mistake);
-    const bool showsFrames = !options.flight->framesFolder.empty();
+    const bool showsFrames = !options.flight->framesFolder.empty() || !options.flight->filmFile.empty();
     const HeadlessHost::Options hostOptions{
         options.size, options.scale.value_or(1), settings, {}, showsFrames};
     HeldLog log(!options.verbose);
     auto host =
         std::make_unique<HeadlessHost>(hostOptions, [] { return std::make_shared<iOSAppDelegate>(); });
     setLook(*options.flight);
-    const int status = fly(*host, log, options);
+    const int status = fly(*host, log, options, opening);
     // What the app has to say on leaving concerns nobody who asked for a flight.
     if (!options.verbose) NSLogSetSink([](std::string_view) {});
     host = nullptr;

@@ -9,6 +9,7 @@
 #include "hosts/native/file_preferences_store.h"
 #include "hosts/native/memory_preferences_store.h"
 #include "platform/foundation/ns_log.h"
+#include "platform/foundation/ns_user_defaults.h"
 
 OrMistake<std::shared_ptr<PreferencesStore>> readOnlySettings(const CommandLineOptions& options) {
     if (options.defaultsFile.empty()) return {};
@@ -23,6 +24,8 @@ OrMistake<std::shared_ptr<PreferencesStore>> readOnlySettings(const CommandLineO
 }
 
 OrMistake<std::shared_ptr<GameViewController>> launchMainScreen(HeadlessHost& host, const HeldLog& log) {
+    // Nobody is there to be shown around.
+    NSUserDefaults::standardUserDefaults().setBool(true, "MPCoachMarksShown");
     if (!host.launch()) return {nullptr, damagedResources(log)};
     if (!host.hasOpenGL()) return {nullptr, withoutOpenGL(host.openGLError())};
     const auto window = host.application().delegate()->window();
@@ -32,13 +35,13 @@ OrMistake<std::shared_ptr<GameViewController>> launchMainScreen(HeadlessHost& ho
             "the fractal's shader is missing or broken; install the app anew (" + log.firstLine() + ")"};
 }
 
-void openLink(HeadlessHost& host, const CommandLineOptions& options) {
-    if (options.link.empty()) return;
-    if (options.verbose) return host.handle(HostOpenLink{options.link});
+void open(HeadlessHost& host, const std::optional<HostEvent>& opening, bool verbose) {
+    if (!opening) return;
+    if (verbose) return host.handle(*opening);
     NSLogSink former = NSLogSetSink([](std::string_view line) {
         if (line.starts_with("Setting launch rect")) return;
         std::fprintf(stderr, "zentaro: %.*s\n", static_cast<int>(line.size()), line.data());
     });
-    host.handle(HostOpenLink{options.link});
+    host.handle(*opening);
     NSLogSetSink(std::move(former));
 }

@@ -6,16 +6,10 @@
 #include <string>
 
 #include "app/command_line.h"
+#include "app/main_starts.h"
 #include "hosts/headless/headless_host.h"
 #include "hosts/native/held_log.h"
 #include "main_screen/game_view_controller.h"
-
-/// One of the two; a mistake is one line.
-template <typename Value>
-struct OrMistake {
-    Value value{};
-    std::string mistake;
-};
 
 /// The options' settings file, which nothing writes to, or fresh settings.
 OrMistake<std::shared_ptr<PreferencesStore>> readOnlySettings(const CommandLineOptions& options);
@@ -23,6 +17,6 @@ OrMistake<std::shared_ptr<PreferencesStore>> readOnlySettings(const CommandLineO
 /// Launches the app and answers its main screen, ready to draw. log: what the start said so far.
 OrMistake<std::shared_ptr<GameViewController>> launchMainScreen(HeadlessHost& host, const HeldLog& log);
 
-/// Opens the options' link, if there is one. A link that leads nowhere is said in one line on stderr, and the
-/// view stays.
-void openLink(HeadlessHost& host, const CommandLineOptions& options);
+/// A link that leads nowhere is said in one line on stderr, and the view stays; verbose: with the log's
+/// times.
+void open(HeadlessHost& host, const std::optional<HostEvent>& opening, bool verbose);

@@ -11,6 +11,7 @@
 
 #include "app/ios_app_delegate.h"
 #include "app/main_headless.h"
+#include "app/main_opening.h"
 #include "app/main_starts.h"
 #include "hosts/headless/overlay_bands.h"
 #include "hosts/native/picture_file_writer.h"
@@ -116,10 +117,11 @@ class ScreenRows {
 };
 
 /// Empty for success, else why there is no picture.
-std::string drawInto(const SnapshotOptions& options, GLKView& view, UIWindow& window) {
+std::string drawInto(const SnapshotOptions& options, GameViewController& screen, UIWindow& window) {
     PictureFileWriter file;
+    GLKView& view = *screen.glkView();
     ScreenRows rows(file, view, window, options.screen);
-    if (!file.open(options.file, rows.width(), rows.height())) return file.error();
+    if (!file.open(options.file, rows.width(), rows.height(), screen.pictureTexts())) return file.error();
     const bool drawn = rows.begin() && view.snapshotInTiles(0, [&](auto fractal, int32_t count) {
         return rows.write(fractal, count);
     });
@@ -139,17 +141,18 @@ void printLine(GameViewController& screen, Clock::time_point begun) {
                 static_cast<int>(screen.shader()->dwell()), took);
 }
 
-int drawPicture(HeadlessHost& host, HeldLog& log, const CommandLineOptions& line, Clock::time_point begun) {
+int drawPicture(HeadlessHost& host, HeldLog& log, const CommandLineOptions& line,
+                const std::optional<HostEvent>& opening, Clock::time_point begun) {
     const SnapshotOptions& options = *line.snapshot;
     const auto [screen, failure] = launchMainScreen(host, log);
     if (!screen) return failStart(failure);
     const std::shared_ptr<UIWindow> window = host.application().delegate()->window();
     log.release();
-    openLink(host, line);
+    open(host, opening, line.verbose);
     setView(*screen, options);
     window->layoutIfNeeded();
     if (!options.screen) fillUprightPicture(*screen, *window);
-    const std::string mistake = drawInto(options, *screen->glkView(), *window);
+    const std::string mistake = drawInto(options, *screen, *window);
     if (!mistake.empty()) return failStart(mistake);
     printLine(*screen, begun);
     return 0;
@@ -164,12 +167,14 @@ int failStart(const std::string& line) {
 
 int startSnapshot(const CommandLineOptions& options) {
     const Clock::time_point begun = Clock::now();
+    const auto [opening, unopened] = openingOf(options);
+    if (!unopened.empty()) return failStart(unopened);
     const auto [settings, mistake] = readOnlySettings(options);
     if (!mistake.empty()) return failStart(mistake);
     const HeadlessHost::Options hostOptions{options.size, options.scale.value_or(1), settings};
     HeldLog log(!options.verbose);
     HeadlessHost host(hostOptions, [] { return std::make_shared<iOSAppDelegate>(); });
-    const int status = drawPicture(host, log, options, begun);
+    const int status = drawPicture(host, log, options, opening, begun);
     // What the app has to say on leaving concerns nobody who asked for a picture.
     if (!options.verbose) NSLogSetSink([](std::string_view) {});
     return status;

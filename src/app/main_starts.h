@@ -7,7 +7,15 @@
 
 #include "app/command_line.h"
 
-/// Until the user ends it. Without a display a start without arguments draws zentaro.png instead.
+/// One of the two; a mistake is one line.
+template <typename Value>
+struct OrMistake {
+    Value value{};
+    std::string mistake;
+};
+
+/// Until the user ends it. Without a display a start without arguments draws zentaro.png and films a
+/// flight into zentaro.mp4 instead.
 int startDesktop(const CommandLineOptions& options, std::chrono::steady_clock::time_point begun);
 
 /// Draws the options' picture into its file and prints one line about it.

@@ -36,21 +36,10 @@ class SettledView {
 
   private:
     void tell(std::string path) {
-        if (path == _told || !isReadable(path)) return;
+        // Views too large or too small for a link leave the address of the last one.
+        if (path == _told || !linkedViewOfPath(path)) return;
         _told = std::move(path);
         WebPage::viewSettled(_told);
-    }
-
-    /// Views too large or too small for a link leave the address of the last one.
-    static bool isReadable(const std::string& path) {
-        JLRRouteParameters parameters;
-        std::size_t begin = 1;
-        for (const char* name : {"type", "x1", "y1", "x2", "y2"}) {
-            const std::size_t end = path.find('/', begin);
-            parameters[name] = path.substr(begin, end - begin);
-            begin = end + 1;
-        }
-        return linkedView(parameters).has_value();
     }
 
     int32_t _type = 0;
@@ -71,8 +60,6 @@ class PageClient : public WebHostClient {
         if (const auto* screen = mainScreen())
             _settled.look(screen->fractalType(), screen->shader()->fractalBounds(), time);
     }
-
-    void setMotionReduced(bool reduced) override { UIView::setAnimationsEnabled(!reduced); }
 
   private:
     GameViewController* mainScreen() const {

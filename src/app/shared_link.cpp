@@ -6,20 +6,12 @@
 #include <optional>
 
 #include "main_screen/link_host.h"
+#include "platform/foundation/ascii_text.h"
 
 namespace {
 
 constexpr std::string_view ownScheme = ZENTARO_URL_SCHEME;
 constexpr std::size_t longestQuote = 80;
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char one, char other) { return lower(one) == lower(other); });
-}
 
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view space(" \t\n\v\f\r\0", 7);
@@ -49,18 +41,10 @@ std::string hostOf(const NSURL& url) {
 bool beginsWithOurHost(std::string_view text) {
     const std::string& host = linkHost();
     return text.size() > host.size() && text[host.size()] == '/' &&
-           equalIgnoringCase(text.substr(0, host.size()), host);
+           equalIgnoringASCIICase(text.substr(0, host.size()), host);
 }
 
-}  // namespace
-
-bool isWebLink(const NSURL& url) {
-    const std::string_view scheme = url.scheme().value_or("");
-    return equalIgnoringCase(scheme, "http") || equalIgnoringCase(scheme, "https");
-}
-
-std::variant<NSURL, LinkMistake> readSharedLink(std::string_view text) {
-    text = trimmed(text);
+std::variant<NSURL, LinkMistake> readWord(std::string_view text) {
     std::string whole(beginsWithOurHost(text) ? "http://" : "");
     whole += text;
     const std::optional<NSURL> url = NSURL::URLWithString(std::move(whole));
@@ -69,11 +53,43 @@ std::variant<NSURL, LinkMistake> readSharedLink(std::string_view text) {
     if (!url || text.find('/') == std::string_view::npos)
         return LinkMistake{quotedShort(text) + " is no link; give one " + example};
     const bool names = url->scheme() || url->components().percentEncodedHost();
-    if (!names || equalIgnoringCase(url->scheme().value_or(""), ownScheme)) return *url;
+    if (!names || equalIgnoringASCIICase(url->scheme().value_or(""), ownScheme)) return *url;
     if (url->scheme() && !isWebLink(*url)) {
         return LinkMistake{quotedShort(text) + " is a link for another program; give one " + example};
     }
     const std::string_view host = url->components().percentEncodedHost().value_or("");
-    if (equalIgnoringCase(host, linkHost()) || equalIgnoringCase(hostOf(*url), linkHost())) return *url;
+    if (equalIgnoringASCIICase(host, linkHost()) || equalIgnoringASCIICase(hostOf(*url), linkHost()))
+        return *url;
     return LinkMistake{quotedShort(text) + " is a link for another site; give one " + example};
+}
+
+/// The first link of ours among the words of a text, such as the one that goes with a shared picture. Bare
+/// paths are links by themselves alone.
+std::optional<NSURL> linkAmongWords(std::string_view text) {
+    constexpr std::string_view ends = " \t\n\v\f\r<>()\"";
+    while (!text.empty()) {
+        std::string_view word = text.substr(0, text.find_first_of(ends));
+        text.remove_prefix(std::min(word.size() + 1, text.size()));
+        while (!word.empty() && std::string_view(".,;:!?'").find(word.back()) != std::string_view::npos)
+            word.remove_suffix(1);
+        if (word.find(":/") == std::string_view::npos && !beginsWithOurHost(word)) continue;
+        const auto link = readWord(word);
+        if (const auto* url = std::get_if<NSURL>(&link)) return *url;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+bool isWebLink(const NSURL& url) {
+    const std::string_view scheme = url.scheme().value_or("");
+    return equalIgnoringASCIICase(scheme, "http") || equalIgnoringASCIICase(scheme, "https");
+}
+
+std::variant<NSURL, LinkMistake> readSharedLink(std::string_view text) {
+    text = trimmed(text);
+    auto whole = readWord(text);
+    if (std::holds_alternative<NSURL>(whole)) return whole;
+    if (const auto within = linkAmongWords(text)) return *within;
+    return whole;
 }

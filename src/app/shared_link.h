@@ -14,7 +14,8 @@ struct LinkMistake {
 };
 
 /// Takes a web link of the app's own host (http or https; the scheme may be left out), a link of the app's
-/// own scheme, and a bare path; white space and angle brackets around it are dropped.
+/// own scheme, and a bare path; white space and angle brackets around it are dropped. Of a longer text, as
+/// one that was copied with its picture, the first web link or link of the own scheme that is ours counts.
 std::variant<NSURL, LinkMistake> readSharedLink(std::string_view text);
 
 /// Whether a browser would have opened it: its scheme is http or https.

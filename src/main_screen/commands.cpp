@@ -25,9 +25,9 @@ constexpr Command commands[] = {
     {"zoomOut:", "Zoom", "", HostKey::character, "-", true, true},
     {"copyLink:", "Copy this view's link", "Ctrl+C", HostKey::character, "c", false, false, true},
     {"pasteLink:", "Open a copied link", "Ctrl+V", HostKey::character, "v", false, false, true},
-    {"toggleFullscreen:", "Full screen", "F11", HostKey::f11, ""},
+    {"toggleFullscreen:", "Full screen", "F11", HostKey::f11, "", false, false, false, true},
     {"toggleKeyHelp:", "This list", "?", HostKey::character, "?"},
-    {"toggleDeveloperOverlay:", "Figures for developers", "F1", HostKey::f1, ""},
+    {"toggleDeveloperOverlay:", "Figures for developers", "F1", HostKey::f1, "", false, false, false, true},
     {"leave:", "Leave full screen, then quit", "Esc", HostKey::escape, ""},
 };
 

@@ -23,6 +23,8 @@ struct Command {
     bool repeats = false;
     /// Whether it is pressed with the control key.
     bool control = false;
+    /// Whether it works under another screen, too: it is about the window sooner than about the view.
+    bool worksBelow = false;
 };
 
 /// In the order of the toolbar, then what has no button.

@@ -4,10 +4,23 @@
 
 #include <algorithm>
 
+#include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/ns_assert.h"
 #include "platform/foundation/ns_notification_center.h"
 #include "platform/foundation/ns_user_defaults.h"
 #include "platform/media/rp_screen_recorder.h"
+#include "platform/ui/text_measure.h"
+#include "platform/ui/ui_accessibility.h"
+
+namespace {
+
+/// The saved speed, which a wish for less motion leaves as it is.
+int32_t cyclingAtStart() {
+    if (UIAccessibilityIsReduceMotionEnabled()) return 0;
+    return static_cast<int32_t>(NSUserDefaults::standardUserDefaults().integerForKey("fractalColorCycling"));
+}
+
+}  // namespace
 
 void GameViewController::viewDidLoad() {
     GLKViewController::viewDidLoad();
@@ -26,7 +39,9 @@ void GameViewController::viewDidLoad() {
     setUpGL();
     resetScreen(this);
     copyStateToShader();
-    observeActivation();
+    observeTheSystem();
+    measureMenuMargins();
+    addShowButtons();
     menuAlpha = menuView ? static_cast<float>(menuView->alpha()) : 1.0F;
     attachGestures();
 }
@@ -37,6 +52,12 @@ void GameViewController::viewWillAppear(bool animated) {
 
 void GameViewController::viewDidAppear(bool animated) {
     GLKViewController::viewDidAppear(animated);
+    showTutorialOnce();
+    // Not from within: this screen may be just coming out from under another one.
+    DispatchQueue::mainQueue().async([self = std::weak_ptr(sharedFromThis())] {
+        if (const auto screen = self.lock(); screen && !screen->presentedViewController())
+            screen->offerLeftRecording();
+    });
 }
 
 void GameViewController::viewWillDisappear(bool animated) {
@@ -47,7 +68,7 @@ void GameViewController::restoreSettings() {
     const NSUserDefaults& defaults = NSUserDefaults::standardUserDefaults();
     fractalColoring = static_cast<int32_t>(defaults.integerForKey("fractalColoring"));
     setFractalType(static_cast<int32_t>(defaults.integerForKey("fractalType")));
-    fractalColorCycling = static_cast<int32_t>(defaults.integerForKey("fractalColorCycling"));
+    fractalColorCycling = cyclingAtStart();
     setColorCyclingButtonTitleForCycling(fractalColorCycling);
 }
 
@@ -76,21 +97,57 @@ void GameViewController::makeSamplingBitmap() {
                       _textureColorSpaceRef, _textureProviderRef);
 }
 
-void GameViewController::observeActivation() {
+/// Where somebody turned cycling on in spite of it, that was saved and comes back.
+void GameViewController::reduceMotionChanged() {
+    fractalColorCycling = cyclingAtStart();
+    setColorCyclingButtonTitleForCycling(fractalColorCycling);
+    _shader->setFractalColorCycling(fractalColorCycling);
+}
+
+void GameViewController::observeTheSystem() {
     NSNotificationCenter& center = NSNotificationCenter::defaultCenter();
     center.addObserver(weak_from_this(), UIApplicationWillResignActiveNotification, nullptr,
-                       [this] { willResignActive(); });
+                       [this](const NSNotification&) { willResignActive(); });
     center.addObserver(weak_from_this(), UIApplicationDidBecomeActiveNotification, nullptr,
-                       [this] { didBecomeActive(); });
+                       [this](const NSNotification&) { didBecomeActive(); });
+    center.addObserver(weak_from_this(), UIAccessibilityReduceMotionStatusDidChangeNotification, nullptr,
+                       [this](const NSNotification&) { reduceMotionChanged(); });
+    center.addObserver(weak_from_this(), UIContentSizeCategoryDidChangeNotification, nullptr,
+                       [this](const NSNotification&) {
+                           if (coachMarksView) coachMarksView->layOutCurrentMark();
+                       });
 }
 
 void GameViewController::viewDidLayoutSubviews() {
     GLKViewController::viewDidLayoutSubviews();
     if (!_shader) return;
+    placeMenu();
     const int32_t formerWidth = texture_width;
     const int32_t formerHeight = texture_height;
     measureScreen();
     if (texture_width != formerWidth || texture_height != formerHeight) refitToScreen();
+    layOutTutorial();
+}
+
+void GameViewController::measureMenuMargins() {
+    if (!menuView) return;
+    const CGRect screen = view()->bounds();
+    const CGRect menu = menuView->frame();
+    _menuMargins = {0, CGRectGetMinX(menu), CGRectGetMaxY(screen) - CGRectGetMaxY(menu),
+                    CGRectGetMaxX(screen) - CGRectGetMaxX(menu)};
+}
+
+/// Clear of what covers the screen's edges; margins and covers do not add up.
+void GameViewController::placeMenu() {
+    if (!menuView) return;
+    const UIEdgeInsets covered = view()->safeAreaInsets();
+    const CGSize screen = view()->bounds().size;
+    const CGFloat left = std::max(_menuMargins.left, covered.left);
+    const CGFloat right = screen.width - std::max(_menuMargins.right, covered.right);
+    const CGFloat bottom = screen.height - std::max(_menuMargins.bottom, covered.bottom);
+    const CGFloat height = menuView->frame().size.height;
+    menuView->setFrame(CGRectMake(left, bottom - height, std::max(right - left, 0.0), height));
+    if (_showButtons) _showButtons->setFrame(menuView->frame());
 }
 
 /// Flights and glides to views of the former shape end here.
@@ -110,14 +167,13 @@ KeyValueTable GameViewController::makeKeyValueTable() {
         using Pointer = std::remove_reference_t<decltype(field)>;
         return KeyValueAccess<std::any>{
             [&field] { return std::any(field); },
-            [&field](const std::any& value) { field = std::any_cast<const Pointer&>(value); }};
+            setterOf<Pointer>([&field](const Pointer& object) { field = object; })};
     };
     const auto view = [this] {
         return KeyValueAccess<std::any>{[this] { return std::any(std::shared_ptr<UIView>(menuView)); },
-                                        [this](const std::any& value) {
-                                            menuView = std::dynamic_pointer_cast<SwallowTouchesView>(
-                                                std::any_cast<const std::shared_ptr<UIView>&>(value));
-                                        }};
+                                        setterOf<std::shared_ptr<UIView>>([this](const auto& object) {
+                                            menuView = std::dynamic_pointer_cast<SwallowTouchesView>(object);
+                                        })};
     };
     return {{"menuView", view()},
             {"xButton", outlet(xButton)},

@@ -1,5 +1,6 @@
 // The main screen: the fractal over the whole screen with a toolbar laid over it.
-// One class, a file for each concern: loading, view state, drawing, menu, targets, pilot, touch.
+// One class, a file for each concern: loading, view state, drawing, menu, targets, pilot, touch, recording,
+// tour.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +11,16 @@
 #include <string>
 #include <vector>
 
+#include "coach_marks/mp_coach_marks.h"
 #include "main_screen/developer_overlay_view.h"
 #include "main_screen/fractal_bounds.h"
 #include "main_screen/key_help_view.h"
+#include "main_screen/show_buttons_view.h"
 #include "main_screen/target_search.h"
+#include "platform/gl/drawable_scale.h"
 #include "platform/gl/glk_view_controller.h"
 #include "platform/graphics/cg_bitmap_context.h"
+#include "platform/media/rp_screen_recorder.h"
 #include "platform/ui/ui_control.h"
 #include "platform/ui/ui_magnification_gesture_recognizer.h"
 #include "platform/ui/ui_pan_gesture_recognizer.h"
@@ -25,7 +30,11 @@
 #include "screens/swallow_touches_view.h"
 #include "tween/gs_tween.h"
 
-class GameViewController : public GLKViewController {
+class UIActivityViewController;
+
+class GameViewController : public GLKViewController,
+                           public RPScreenRecorderDelegate,
+                           public RPPreviewViewControllerDelegate {
   public:
     /// Who asks for an action: a bar button item, the controller itself, the application delegate; null for a
     /// key.
@@ -44,6 +53,7 @@ class GameViewController : public GLKViewController {
     }
     bool prefersStatusBarHidden() const override { return true; }
     bool keyPressed(const HostKeyPress& press) override;
+    bool keyPressedAbove(const HostKeyPress& press) override;
     bool performAction(const std::string& name, const std::shared_ptr<KeyValueCoding>& sender) override;
 
     // View state
@@ -51,6 +61,8 @@ class GameViewController : public GLKViewController {
     /// Kept, shown and saved.
     void setFractalType(int32_t fractalType);
     CGRect rectifiedBoundsFor(CGRect r) const;
+    /// Kept, shown and saved.
+    void setFractalColoring(int32_t palette);
     /// Jumps to the top view, or to the last link's rectangle if the application delegate asks.
     void resetScreen(Sender sender);
     /// Shows the rectangle between (x1, y1) and (x2, y2) in palette `color`. NO, and nothing changes, unless
@@ -71,8 +83,10 @@ class GameViewController : public GLKViewController {
     // Drawing
     void setUpGL();
     void glkViewDrawInRect(GLKView& view, CGRect rect) override;
-    /// The fractal alone at the drawable's pixel size, one point a pixel.
+    /// The fractal alone at the drawable's pixel size, one point a pixel, with pictureTexts().
     UIImageRef renderedImage();
+    /// What names the view on screen in picture files of it: link, type, bounds and palette.
+    PictureTexts pictureTexts() const;
     std::optional<NSData> imageAsJPEG(const UIImageRef& image) const;
     std::optional<NSData> imageAsPNG(const UIImageRef& image) const;
     void tearDownGL();
@@ -121,12 +135,29 @@ class GameViewController : public GLKViewController {
     bool ignoreTouches() const { return _ignoreTouches; }
     void setIgnoreTouches(bool ignoreTouches) { _ignoreTouches = ignoreTouches; }
 
+    // Recording
+    void toggleRecording(Sender sender);
+    void screenRecorderDidStopRecordingWithError(
+        RPScreenRecorder& recorder, const NSErrorRef& error,
+        const std::shared_ptr<RPPreviewViewController>& previewViewController) override;
+    void previewControllerDidFinish(RPPreviewViewController& preview) override;
+    /// Shows the preview of a film of an earlier run that was neither saved nor discarded, if there is one.
+    void offerLeftRecording();
+    /// Of the last recording; kept until the next one takes its place.
+    std::shared_ptr<RPPreviewViewController> previewViewController;
+
+    // Tour
+    /// Explains the toolbar's buttons, which show by then. Once more from the beginning if it runs already.
+    void showTutorial(Sender sender);
+    /// Made by the first tour and used again by each.
+    std::shared_ptr<MPCoachMarks> coachMarksView;
+
     // Menu
     void showMenu(bool animated);
     void hideMenu(bool animated);
     void togglePilot(Sender sender);
+    /// Opens the share sheet: a popover at the share button, on phones from below.
     void shareScreen(Sender sender);
-    void toggleRecording(Sender sender);
     void showAbout(Sender sender);
     void copyLink(Sender sender);
     void pasteLink(Sender sender);
@@ -135,6 +166,8 @@ class GameViewController : public GLKViewController {
     void toggleDeveloperOverlay(Sender sender);
     /// Closes the list of keys, else leaves full screen, else quits.
     void leave(Sender sender);
+    bool canPerformUnwindAction(const std::string& name) const override;
+    void performUnwindAction(const std::string& name, const UIStoryboardSegue& segue) override;
     /// Other screens come back here.
     void done(const UIStoryboardSegue& segue);
     void didBecomeActive() {}
@@ -155,6 +188,11 @@ class GameViewController : public GLKViewController {
     std::shared_ptr<GSTween> tween;
     std::shared_ptr<GSTween> animtween;
 
+    /// The picture of the last share.
+    UIImageRef imageForSharing;
+    /// Nothing sets it: every share has a new sheet.
+    std::shared_ptr<UIActivityViewController> shareSheet;
+
     bool isMenuHiding() const { return menuHiding; }
     std::vector<FractalBounds>& targets() { return _targets; }
 
@@ -162,14 +200,35 @@ class GameViewController : public GLKViewController {
     KeyValueTable makeKeyValueTable() override;
 
   private:
+    std::shared_ptr<GameViewController> sharedFromThis();
+    void presentPreview(const std::shared_ptr<RPPreviewViewController>& preview);
+    /// What the places of the tour's marks follow from.
+    struct TutorialLayout {
+        CGSize screen;
+        CGRect menu;
+        friend bool operator==(const TutorialLayout&, const TutorialLayout&) = default;
+    };
+    void showTutorialOnce();
+    void makeTutorial();
+    std::vector<MPCoachMark> tutorialMarks();
+    TutorialLayout tutorialLayout();
+    void layOutTutorial();
+    bool isTutorialRunning() const;
+    bool guideByKey(const HostKeyPress& press);
     void restoreSettings();
     void removeRecordButtonIfUnavailable();
     void measureScreen();
     void makeSamplingBitmap();
-    void observeActivation();
+    void observeTheSystem();
+    void reduceMotionChanged();
+    void measureMenuMargins();
+    void placeMenu();
+    void addShowButtons();
+    void tellStateOfFlight();
     void copyStateToShader();
     void refitToScreen();
     void makeContext();
+    void adaptDrawableScale(GLKView& view);
     void save(const std::string& key, int32_t value);
     void sampleFrame();
     void drawFrameIntoSamplingBitmap();
@@ -189,6 +248,7 @@ class GameViewController : public GLKViewController {
 
     std::shared_ptr<EAGLContext> _context;
     std::shared_ptr<RWTBaseShader> _shader;
+    DrawableScale _drawableScale;
     int32_t _fractalType = 0;
     int32_t fractalColoring = 0;
     int32_t fractalColorCycling = 0;
@@ -197,6 +257,8 @@ class GameViewController : public GLKViewController {
     bool snapshots = false;
     bool menuHiding = false;
     float menuAlpha = 0;
+    /// The toolbar's distances from the screen's edges where nothing covers those.
+    UIEdgeInsets _menuMargins;
     float interfaceScale = 0;
     std::vector<FractalBounds> _targets;
     /// Where animtween ends.
@@ -218,6 +280,8 @@ class GameViewController : public GLKViewController {
     CGImageRef _textureImageRef;
     UIImageRef textureImage;
     std::shared_ptr<UIImageView> textureImageView;
+    std::shared_ptr<ShowButtonsView> _showButtons;
     std::shared_ptr<KeyHelpView> _keyHelp;
+    TutorialLayout _tutorialLayout;
     std::shared_ptr<DeveloperOverlayView> _developerOverlay;
 };

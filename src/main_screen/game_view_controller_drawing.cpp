@@ -1,6 +1,7 @@
 // Drawing: the GL context, the frame, pictures of it, and what goes when memory is short.
 // The clear colour is magenta on purpose: it shows wherever the program drew nothing.
 #include "main_screen/game_view_controller.h"
+#include "main_screen/pictured_place.h"
 #include "platform/foundation/ns_log.h"
 
 namespace {
@@ -31,7 +32,7 @@ void GameViewController::setUpGL() {
         CGSizeMake(static_cast<double>(texture_width), static_cast<double>(texture_height)));
 }
 
-void GameViewController::glkViewDrawInRect(GLKView&, CGRect rect) {
+void GameViewController::glkViewDrawInRect(GLKView& view, CGRect rect) {
     if (snapshots) {
         if (framesSkipped < framesSkippedInSnapshotMode) {
             ++framesSkipped;
@@ -41,14 +42,34 @@ void GameViewController::glkViewDrawInRect(GLKView&, CGRect rect) {
     }
     // The first frame does not wait for what only deep views need.
     if (timeSinceFirstResume() > 0) _shader->prepareForDeepViews(rect);
+    _shader->setReducedSize(view.reducedSize());
     _shader->renderInRect(rect, timeSinceFirstResume());
+    adaptDrawableScale(view);
     if (_developerOverlay) _developerOverlay->noteFrame(_shader->frameCost());
+}
+
+/// Snapshots are drawn at full scale whatever the screen's is, and say nothing about that.
+void GameViewController::adaptDrawableScale(GLKView& view) {
+    const bool isReduced = view.reducedSize().width > 0;
+    if (isReduced != (_drawableScale.factor() < 1)) return;
+    const auto dwell = static_cast<double>(_shader->dwell());
+    using enum DrawableScale::Limit;
+    const auto limit = dwell <= RWTBaseShader::dwellFloor     ? atFloor
+                       : dwell >= RWTBaseShader::dwellCeiling ? atCeiling
+                                                              : between;
+    _drawableScale.noteFrame(static_cast<double>(_shader->frameCost()), limit);
+    view.setDrawableScale(_drawableScale.factor());
 }
 
 UIImageRef GameViewController::renderedImage() {
     const auto view = glkView();
     const UIImageRef snapshot = view ? view->snapshot() : nullptr;
-    return snapshot ? UIImage::imageWithCGImage(snapshot->image()) : nullptr;
+    return snapshot ? UIImage::imageWithCGImage(snapshot->image(), pictureTexts()) : nullptr;
+}
+
+PictureTexts GameViewController::pictureTexts() const {
+    const CGRect bounds = _shader->fractalBounds();
+    return textsOfPlace({_fractalType, bounds, _shader->fractalColoring()}, coordinatesForDeeplink(bounds));
 }
 
 std::optional<NSData> GameViewController::imageAsJPEG(const UIImageRef& image) const {

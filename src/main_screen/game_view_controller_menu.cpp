@@ -71,6 +71,8 @@ bool GameViewController::performAction(const std::string& name,
 }
 
 bool GameViewController::keyPressed(const HostKeyPress& press) {
+    const bool isAboutTheWindow = press.key == HostKey::f1 || press.key == HostKey::f11;
+    if (isTutorialRunning() && !isAboutTheWindow) return guideByKey(press);
     const Command* command = commandForKey(press);
     const NamedAction* named = command ? actionNamed(command->action) : nullptr;
     if (!named) return false;
@@ -83,9 +85,28 @@ bool GameViewController::keyPressed(const HostKeyPress& press) {
     return true;
 }
 
+bool GameViewController::keyPressedAbove(const HostKeyPress& press) {
+    const Command* command = commandForKey(press);
+    return command && command->worksBelow && keyPressed(press);
+}
+
+void GameViewController::addShowButtons() {
+    _showButtons = std::make_shared<ShowButtonsView>([this] { togglePilot(nullptr); });
+    _showButtons->setHidden(!menuHiding);
+    view()->addSubview(_showButtons);
+}
+
+/// For who does not see it.
+void GameViewController::tellStateOfFlight() {
+    const char* const paused = tween ? "Fractal, flight paused" : "Fractal";
+    view()->setAccessibilityLabel(menuHiding ? "Fractal, autopilot flying" : paused);
+}
+
 void GameViewController::showMenu(bool animated) {
     if (!menuHiding) return;
     menuHiding = false;
+    tellStateOfFlight();
+    _showButtons->setHidden(true);
     menuView->setHidden(false);
     const auto show = [this] { menuView->setAlpha(static_cast<double>(menuAlpha)); };
     if (!animated) {
@@ -99,6 +120,8 @@ void GameViewController::showMenu(bool animated) {
 void GameViewController::hideMenu(bool animated) {
     if (menuHiding) return;
     menuHiding = true;
+    tellStateOfFlight();
+    _showButtons->setHidden(false);
     if (!animated) {
         menuView->setHidden(true);
         menuView->setAlpha(0);
@@ -112,17 +135,8 @@ void GameViewController::hideMenu(bool animated) {
         });
 }
 
-void GameViewController::shareScreen(Sender) {
-    NSLog("Sharing comes with a later version; this view is %s",
-          coordinatesForDeeplink(_shader->fractalBounds()).c_str());
-}
-
-void GameViewController::toggleRecording(Sender) {
-    NSLog("Recording comes with a later version");
-}
-
 void GameViewController::showAbout(Sender) {
-    NSLog("The About screen comes with a later version");
+    performSegueWithIdentifier("showAbout", shared_from_this());
 }
 
 void GameViewController::copyLink(Sender) {
@@ -162,9 +176,17 @@ void GameViewController::leave(Sender) {
     }
 }
 
+bool GameViewController::canPerformUnwindAction(const std::string& name) const {
+    return name == "done:";
+}
+
+void GameViewController::performUnwindAction(const std::string&, const UIStoryboardSegue& segue) {
+    done(segue);
+}
+
 void GameViewController::done(const UIStoryboardSegue& segue) {
     NSLog("Popping back to this view controller!");
-    if (segue.identifier == "replayIntroduction") NSLog("The tour comes with a later version");
+    if (segue.identifier == "replayIntroduction") showTutorial(this);
 }
 
 void GameViewController::updatetextureImage() {

@@ -2,7 +2,6 @@
 // is left to see. In snapshot mode the pilot's button steps through fixed places instead.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <utility>
 
@@ -40,16 +39,11 @@ void stopAndClear(std::shared_ptr<GSTween>& field) {
     if (const auto running = std::exchange(field, nullptr)) running->stop();
 }
 
-bool isFinite(CGRect r) {
-    return std::isfinite(r.origin.x) && std::isfinite(r.origin.y) && std::isfinite(r.size.width) &&
-           std::isfinite(r.size.height);
-}
-
 }  // namespace
 
 void GameViewController::update() {
     const std::lock_guard guard(_lock);
-    if (!menuHiding || tween) return;
+    if (!menuHiding || tween || isTutorialRunning()) return;
     _targets.reserve(mostTargets + targetsPerSampling);
     sampleFrame();
     for (std::size_t i = 0; i < targetsPerSampling; ++i)
@@ -92,6 +86,7 @@ void GameViewController::tweenTo(FractalBounds destination) {
 void GameViewController::stopTweens() {
     stopAndClear(tween);
     stopAndClear(animtween);
+    tellStateOfFlight();
 }
 
 void GameViewController::togglePilot(Sender) {

@@ -77,15 +77,19 @@ void GameViewController::setFractalType(int32_t fractalType) {
     save("fractalType", fractalType);
 }
 
+void GameViewController::setFractalColoring(int32_t palette) {
+    fractalColoring = palette;
+    if (_shader) _shader->setFractalColoring(palette);
+    save("fractalColoring", palette);
+}
+
 void GameViewController::toggleFractal(Sender) {
     setFractalType(_fractalType == FractalType::julia ? FractalType::mandelbrot : FractalType::julia);
 }
 
 void GameViewController::toggleColoring(Sender) {
     // Wider than the field: a settings file may hold its largest value.
-    fractalColoring = static_cast<int32_t>((int64_t{fractalColoring} + 1) % palettesOfTheButton);
-    _shader->setFractalColoring(fractalColoring);
-    save("fractalColoring", fractalColoring);
+    setFractalColoring(static_cast<int32_t>((int64_t{fractalColoring} + 1) % palettesOfTheButton));
 }
 
 void GameViewController::toggleColorCycling(Sender) {

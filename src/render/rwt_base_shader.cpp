@@ -8,6 +8,7 @@
 #include "platform/foundation/cf_time.h"
 #include "platform/foundation/ns_bundle.h"
 #include "platform/foundation/ns_log.h"
+#include "platform/host/gl_surface.h"
 #include "platform/ui/ui_screen.h"
 
 namespace {
@@ -19,8 +20,6 @@ constexpr GLsizei infoLogSize = 1024;
 /// Plane units from pixel to pixel. Below, floats show blocks.
 constexpr double finestPlainStep = 1.0e-6;
 
-constexpr double dwellFloor = 64;
-constexpr double dwellCeiling = 256;
 constexpr double fastFrame = 50;  // milliseconds
 constexpr double slowFrame = 80;  // milliseconds
 constexpr double dwellStepUp = 16;
@@ -72,6 +71,7 @@ void RWTBaseShader::rebuild() {
     _arithmetic = plain;
     _program = programWithVertexShader(_vertexShaderName, _fragmentShaderName);
     _programs = {_program, 0};
+    _sentReducedSizes = {};
     lookUpLocations();
     configureOpenGLES();
     logGLError();
@@ -227,7 +227,9 @@ void RWTBaseShader::renderInRect(CGRect rect, double time) {
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
     logGLError();
     glFinish();
-    _frameCost = static_cast<float>((CFAbsoluteTimeGetCurrent() - start) * 1000);
+    const double measured = (CFAbsoluteTimeGetCurrent() - start) * 1000;
+    const GLSurface* surface = sharedGLSurface();
+    _frameCost = static_cast<float>(surface ? surface->frameCost().value_or(measured) : measured);
     adaptDwell();
 }
 
@@ -262,6 +264,17 @@ void RWTBaseShader::setUniforms(CGRect rect) {
     glUniform1f(_uDeviceScale, static_cast<GLfloat>(UIScreen::mainScreen().scale()));
     logGLError();
     glUniform1f(_uDwell, _dwell);
+    logGLError();
+    sendReducedSize();
+}
+
+/// Frames at full scale send nothing: a program begins with zero.
+void RWTBaseShader::sendReducedSize() {
+    CGSize& sent = _sentReducedSizes[_arithmetic];
+    if (sent == _reducedSize) return;
+    sent = _reducedSize;
+    glUniform2f(glGetUniformLocation(_program, "uReducedSize"), static_cast<GLfloat>(sent.width),
+                static_cast<GLfloat>(sent.height));
     logGLError();
 }
 

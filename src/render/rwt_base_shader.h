@@ -40,7 +40,9 @@ class RWTBaseShader : public KeyValueCoding {
     CGRect fractalBounds() const { return _fractalBounds; }
     void setFractalBounds(CGRect fractalBounds) { _fractalBounds = fractalBounds; }
 
-    /// The iteration limit of the next frame, 64 to 256.
+    static constexpr double dwellFloor = 64;
+    static constexpr double dwellCeiling = 256;
+    /// The iteration limit of the next frame, from floor to ceiling.
     float dwell() const { return _dwell; }
     /// Milliseconds that the last frame took, the GPU's work included.
     float frameCost() const { return _frameCost; }
@@ -57,6 +59,10 @@ class RWTBaseShader : public KeyValueCoding {
     GLint uFractalColoring() const { return _uFractalColoring; }
     GLint uFractalColorCycling() const { return _uFractalColorCycling; }
     GLint uDwell() const { return _uDwell; }
+
+    /// The bound framebuffer's pixels if they are fewer than uResolution * uDeviceScale; zero if they are
+    /// not.
+    void setReducedSize(CGSize pixels) { _reducedSize = pixels; }
 
     /// Whether the program is linked. A broken one is drawn with all the same, and leaves the clear colour.
     bool isUsable() const;
@@ -99,6 +105,7 @@ class RWTBaseShader : public KeyValueCoding {
     void createTexture();
     void advancePaletteClock(double time);
     void setUniforms(CGRect rect);
+    void sendReducedSize();
     void adaptDwell();
 
     [[maybe_unused]] uint8_t* _depthBuffer;
@@ -127,6 +134,9 @@ class RWTBaseShader : public KeyValueCoding {
     /// One for each arithmetic; 0 for what is not made yet.
     std::array<GLuint, 2> _programs{};
     Arithmetic _arithmetic = plain;
+    CGSize _reducedSize;
+    /// What each program was sent last.
+    std::array<CGSize, 2> _sentReducedSizes{};
     float _frameCost = 0;
     std::string _vertexShaderName;
     std::string _fragmentShaderName;
