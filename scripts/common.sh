@@ -3,20 +3,22 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2034  # the lists of packages are read by the scripts that source this file
 
-# What building and starting zentaro takes: compiler, libraries of the hosts, Mesa's drivers, one font.
+# What building and starting zentaro takes: compiler, libraries of the hosts, Mesa's drivers, fonts.
 RUN_PACKAGES=(
-    g++ cmake ninja-build pkg-config nlohmann-json3-dev libfmt-dev libfast-float-dev
-    libsdl2-dev libegl-dev libgles-dev libcairo2-dev libpango1.0-dev libpng-dev libjpeg62-turbo-dev
-    libegl-mesa0 libgl1-mesa-dri fonts-dejavu-core
+    g++ cmake ninja-build pkg-config nlohmann-json3-dev libfmt-dev
+    libsdl2-dev libxcb1-dev libegl-dev libgles-dev libcairo2-dev libpango1.0-dev libpng-dev libjpeg62-turbo-dev
+    libavcodec-dev libavformat-dev libavutil-dev libswscale-dev libcurl4-openssl-dev
+    libegl-mesa0 libgl1-mesa-dri fonts-dejavu-core fonts-wqy-zenhei fonts-roboto-slab
 )
 # What the tests take on top: their library, a virtual display with a hand on it, checkers of the sources, the
 # compiler of the fuzz targets with the libraries of its sanitizers.
 TEST_PACKAGES=(
-    libgtest-dev libgmock-dev xvfb xauth openbox xdotool x11-utils imagemagick clang-format clang-tidy shellcheck
-    clang libclang-rt-dev
+    libgtest-dev libgmock-dev libcpp-httplib-dev ffmpeg xvfb xauth openbox xdotool xclip x11-utils imagemagick
+    clang-format clang-tidy shellcheck clang libclang-rt-dev
 )
-# What the web build takes: compiler and what draws its icons. Its server needs Node, from wherever it comes.
-WEB_PACKAGES=(emscripten cmake ninja-build nlohmann-json3-dev libfmt-dev libfast-float-dev librsvg2-bin)
+# What the web build takes: compiler, what draws its icons, the font that it ships. Its server needs Node, from wherever it comes.
+WEB_PACKAGES=(emscripten cmake ninja-build nlohmann-json3-dev libfmt-dev librsvg2-bin
+    fonts-roboto-slab)
 command -v node >/dev/null && command -v npm >/dev/null || WEB_PACKAGES+=(nodejs npm)
 # The browser of its tests.
 WEB_TEST_PACKAGES=(chromium)

@@ -50,7 +50,7 @@ install_for_user() {
     scheme=$(configured ZENTARO_URL_SCHEME)
     rm -rf "$home"
     mkdir -p "$home" "${command%/*}" "${entry%/*}" "${icon%/*}"
-    cp "$root/build/release/zentaro" "$home/zentaro"
+    cp "$root/build/release/zentaro" "$root/build/release/"zentaro_{film,http}.so "$home/"
     cp -RL "$root/resources" "$home/resources"
     ln -sf "$home/zentaro" "$command"
     cp "$root/packaging/icon.svg" "$icon"

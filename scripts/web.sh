@@ -40,4 +40,4 @@ serve_site() {
 }
 
 # test_page [NODE ARGUMENT]...: the page in Chromium; pictures of it are left in build/web/pictures.
-test_page() { (cd "$root/web" && node --test --test-concurrency=1 "$@" tests/*.test.mjs); }
+test_page() { (cd "$root/web" && node --test --test-concurrency=2 "$@" tests/*.test.mjs); }
