@@ -20,6 +20,7 @@
 #include "hosts/headless/headless_host.h"
 #include "hosts/native/native_services.h"
 #include "platform/foundation/ns_log.h"
+#include "tests/support/seen_tour.h"
 #include "tests/support/virtual_display.h"
 
 namespace {
@@ -175,6 +176,7 @@ void measureHeadless() {
     startOver();
     HeadlessHost host({{1280, 720}, 1, nullptr, ZENTARO_RESOURCES_DIR},
                       [] { return std::make_shared<iOSAppDelegate>(); });
+    countTourAsSeen();
     host.launch();
     for (int i = 0; i < kWarmUp + kFrames; ++i) {
         beginFrame();
@@ -187,6 +189,7 @@ void measureHeadless() {
 void measureWindow() {
     startOver();
     const NativeServices services(nullptr, ZENTARO_RESOURCES_DIR);
+    countTourAsSeen();
     const DesktopResult result = runDesktop({}, [] { return std::make_shared<iOSAppDelegate>(); });
     if (result.end != DesktopEnd::closed) std::printf("window    %s\n", result.why.c_str());
     report("window");

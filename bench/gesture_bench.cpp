@@ -12,6 +12,7 @@
 #include "bench/counted_allocations.h"
 #include "hosts/headless/headless_host.h"
 #include "platform/foundation/ns_log.h"
+#include "tests/support/seen_tour.h"
 
 namespace {
 
@@ -121,6 +122,7 @@ int main() {
     NSLogSetSink([](std::string_view) {});
     HeadlessHost host({{1280, 720}, 1, nullptr, ZENTARO_RESOURCES_DIR},
                       [] { return std::make_shared<iOSAppDelegate>(); });
+    countTourAsSeen();
     host.launch();
     host.step();
     host.step();

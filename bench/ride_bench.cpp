@@ -12,6 +12,7 @@
 #include "platform/foundation/ns_log.h"
 #include "platform/foundation/ns_user_defaults.h"
 #include "platform/foundation/random_source.h"
+#include "tests/support/seen_tour.h"
 
 namespace {
 
@@ -35,6 +36,7 @@ void fly(const Look& look, uint64_t seed, FlightStatistics& statistics) {
                       [] { return std::make_shared<iOSAppDelegate>(); });
     NSUserDefaults::standardUserDefaults().setInteger(look.type, "fractalType");
     NSUserDefaults::standardUserDefaults().setInteger(look.palette, "fractalColoring");
+    countTourAsSeen();
     host.launch();
     const auto window = host.application().delegate()->window();
     const auto screen = std::dynamic_pointer_cast<GameViewController>(window->rootViewController());

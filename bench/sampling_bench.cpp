@@ -19,6 +19,7 @@
 #include "platform/foundation/ns_log.h"
 #include "platform/foundation/ns_user_defaults.h"
 #include "platform/foundation/random_source.h"
+#include "tests/support/seen_tour.h"
 
 namespace {
 
@@ -122,6 +123,7 @@ bool measure(const char* name, int32_t type, int32_t palette) {
                       [] { return std::make_shared<iOSAppDelegate>(); });
     NSUserDefaults::standardUserDefaults().setInteger(type, "fractalType");
     NSUserDefaults::standardUserDefaults().setInteger(palette, "fractalColoring");
+    countTourAsSeen();
     host.launch();
     const auto window = host.application().delegate()->window();
     const auto screen = std::dynamic_pointer_cast<GameViewController>(window->rootViewController());

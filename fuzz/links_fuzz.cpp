@@ -6,12 +6,14 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "app/linked_view.h"
 #include "app/shared_link.h"
 #include "fuzz/fuzz_check.h"
 #include "main_screen/fractal_bounds.h"
+#include "platform/foundation/file_url.h"
 #include "platform/foundation/ns_log.h"
 #include "routing/jl_routes.h"
 
@@ -35,7 +37,9 @@ bool isSide(double side) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-    const auto link = readSharedLink({reinterpret_cast<const char*>(data), size});
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    if (const auto path = pathOfFileURL(text)) FUZZ_CHECK(pathOfFileURL(fileURLOfPath(*path)) == path);
+    const auto link = readSharedLink(text);
     if (const auto* mistake = std::get_if<LinkMistake>(&link)) {
         FUZZ_CHECK(mistake->line.size() < 300 && mistake->line.find_first_of("\n\r") == std::string::npos);
         return 0;

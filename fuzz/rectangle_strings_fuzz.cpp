@@ -1,11 +1,12 @@
 // Any bytes as the text of a rectangle, and as the numbers of one: what was written reads back bit for bit.
-// A text whose tokens are not those of a rectangle gives zeros; ordinary numbers must be what strtod reads.
+// A text whose tokens are not those of a rectangle gives zeros; ordinary numbers must be what std::from_chars
+// reads.
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -69,10 +70,12 @@ void checkText(const std::string& text) {
     FUZZ_CHECK(isZero(CGRectFromString("0" + text)));
     Bits expected{};
     for (std::size_t i = 0; i < expected.size(); ++i) {
-        char* end = nullptr;
-        if (!isOrdinary(tokens.words[i])) return;
-        expected[i] = std::bit_cast<uint64_t>(std::strtod(tokens.words[i].c_str(), &end));
-        if (*end != '\0') {
+        const std::string& word = tokens.words[i];
+        if (!isOrdinary(word)) return;
+        double number = 0;
+        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+        expected[i] = std::bit_cast<uint64_t>(number);
+        if (error != std::errc() || *end != '\0') {
             FUZZ_CHECK(isZero(rect));
             return;
         }
