@@ -1,59 +1,32 @@
 // The program's flights from the command line: what they print, that a seed and a film's pictures repeat, and
-// what a mistake is told. The program itself is started, without a display.
+// what a mistake is told.
 #include <filesystem>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
-#include "tests/support/child_process.h"
-#include "tests/support/picture.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/program_test.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 
-struct Ended {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+using Fly = ProgramTest;
 
-class Fly : public testing::Test {
-  protected:
-    Ended zentaro(const std::string& line) {
-        std::vector<std::string> arguments = {ZENTARO_EXECUTABLE};
-        std::istringstream words(line);
-        for (std::string word; words >> word;)
-            arguments.push_back(word);
-        // What is freed counts as freed at once: a sanitized build would keep it aside for a while.
-        ChildProcess program(arguments,
-                             {{"DISPLAY", std::nullopt},
-                              {"XDG_CONFIG_HOME", _folder.file("config")},
-                              {"ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0"}},
-                             _folder.file(""));
-        const int status = program.wait(120).value_or(-1);
-        return {status, program.out(), program.err()};
-    }
-    /// Without the last line's time, which differs from run to run.
-    static std::string flightsOf(const std::string& text) { return text.substr(0, text.rfind(" frames")); }
-
-    TemporaryFolder _folder;
-};
+/// Without the last line's time, which differs from run to run.
+std::string flightsOf(const std::string& text) {
+    return text.substr(0, text.rfind(" frames"));
+}
 
 TEST_F(Fly, PrintsEachFlightAndASummary) {
     const Ended ended = zentaro("--fly 11 --seed 3 --size 320x180 --type julia --palette 2");
     EXPECT_EQ(ended.status, 0);
     EXPECT_EQ(ended.err, "");
     const std::string flight = " s  http://[^/]+/julia/[-0-9.]+/[-0-9.]+/[-0-9.]+/[-0-9.]+\n";
-    EXPECT_THAT(ended.out,
-                MatchesRegex(" +0\\.00" + flight + " +5\\.02" + flight + " +10\\.03" + flight +
-                             "3 flights, 0 home without targets \\(0\\.0 %\\), 0 home without good targets\n"
-                             "deepest width [^,]+, median of the deepest before each return [^\n]+\n"
-                             "660 frames without drawing, [0-9.]+ ms each\n"));
+    EXPECT_THAT(
+        ended.out,
+        testing::MatchesRegex(" +0\\.00" + flight + " +5\\.02" + flight + " +10\\.03" + flight +
+                              "3 flights, 0 home without targets \\(0\\.0 %\\), 0 home without good targets\n"
+                              "deepest width [^,]+, median of the deepest before each return [^\n]+\n"
+                              "660 frames without drawing, [0-9.]+ ms each\n"));
     EXPECT_THAT(_folder.names(), testing::IsEmpty());
 }
 
@@ -87,29 +60,50 @@ TEST_F(Fly, AFilmShowsNoToolbar) {
               readPicture(_folder.file("top.png")).bytes);
 }
 
+TEST_F(Fly, AFilmHasEveryFrameAtItsExactTimeAndShowsWhatThePicturesShow) {
+    writeFile(_folder.file("film.mp4"), "an older one");
+    const Ended ended =
+        zentaro("--fly 3 --fps 7 --seed 5 --size 321x181 --palette 1 --record film.mp4 --frames frames");
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_THAT(_folder.names(), testing::ElementsAre("film.mp4", "frames"));
+    ChildProcess probe({"ffprobe", "-v", "error", "-show_entries",
+                        "stream=codec_name,width,height,nb_frames:format=duration:packet=pts_time", "-of",
+                        "csv=p=0", _folder.file("film.mp4")});
+    EXPECT_EQ(probe.wait(30), 0) << probe.err();
+    for (int i = 0; i < 21; ++i) {
+        char line[32];
+        std::snprintf(line, sizeof line, "%.6f", i / 7.0);
+        EXPECT_THAT(probe.out(), HasSubstr(line)) << i;
+    }
+    EXPECT_THAT(probe.out(), HasSubstr("h264,320,180,21"));
+    EXPECT_THAT(probe.out(), HasSubstr("\n3.000000"));
+    for (const char* number : {"00001", "00013", "00021"}) {
+        const Picture decoded =
+            pictureFromCommand({"ffmpeg", "-v", "error", "-i", _folder.file("film.mp4"), "-vf",
+                                "select=eq(n\\," + std::to_string(std::stoi(number) - 1) + ")", "-frames:v",
+                                "1", "-c:v", "ppm", "-f", "rawvideo", "-"});
+        const Picture drawn = pictureFromCommand({"convert", _folder.file("frames/frame_") + number + ".png",
+                                                  "-crop", "320x180+0+0", "+repage", "-depth", "8", "ppm:-"});
+        EXPECT_LT(meanDifference(decoded, drawn), 6) << number;
+    }
+}
 TEST_F(Fly, MistakesAreOneLine) {
     writeFile(_folder.file("file"), "");
     fs::create_directory(_folder.file("old"));
     writeFile(_folder.file("old/frame_00007.png"), "");
-    struct Case {
-        const char* line;
-        const char* says;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"--fly 1 --frames file", "cannot make the folder file"},
         {"--fly 1 --frames file/in/it", "cannot make the folder file/in/it"},
         {"--fly 1 --frames old", "old holds frames already"},
+        {"--fly 1 --record old", "name a .mp4 file"},
+        {"--fly 1 --record none/a.mp4", "cannot write none/a.mp4: there is no such folder"},
+        {"--fly 1 --frames new --record file/a.mp4", "cannot write file/a.mp4"},
+        {"--fly 1 --size 1x20 --record a.mp4", "a side of a film has at least 2 pixels"},
         {"--fly 1 --defaults none.json", "there is no such file"},
         {"--fly 1 --fps zero", "no rate"},
     };
-    for (const Case& c : cases) {
-        const Ended ended = zentaro(c.line);
-        EXPECT_EQ(ended.status, 2) << c.line;
-        EXPECT_EQ(ended.out, "") << c.line;
-        EXPECT_THAT(ended.err, MatchesRegex("zentaro: [^\n]+\n"));
-        EXPECT_THAT(ended.err, HasSubstr(c.says));
-    }
-    EXPECT_THAT(_folder.names(), testing::ElementsAre("file", "old"));
+    for (const auto& [line, says] : cases)
+        expectMistake(line, says, {"file", "old"});
 }
 
 TEST_F(Fly, ALongFlightLeavesNothingBehind) {

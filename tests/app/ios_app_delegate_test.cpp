@@ -4,30 +4,26 @@
 
 #include <cmath>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "hosts/headless/headless_host.h"
 #include "main_screen/game_view_controller.h"
+#include "main_screen/pictured_place.h"
 #include "platform/foundation/ns_user_defaults.h"
-#include "platform/ui/ui_device.h"
-#include "routing/jl_routes.h"
 #include "tests/support/log_capture.h"
+#include "tests/support/seen_tour.h"
 
 namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 class Links : public testing::Test {
   protected:
     Links() {
         _host = std::make_unique<HeadlessHost>(HeadlessHost::Options{CGSizeMake(320, 180)},
                                                [this] { return _delegate; });
+        countTourAsSeen();
         EXPECT_TRUE(_host->launch());
         _host->step();
         log.lines.clear();
@@ -72,33 +68,21 @@ TEST_F(Links, NonsenseChangesNothing) {
     open("/julia/-1/-1/1/1");
     log.lines.clear();
     const std::string before = state();
-    const std::vector<std::string> consumed = {
-        "/julia/0/0/10/1",
-        "/julia/0/0/1/10",
-        "/julia/1/0/0/1",
-        "/julia/0/1/1/0",
-        "/julia/0/0/0/1",
-        "/sierpinski/0/0/1/1",
-        "/Mandelbrot/0/0/1/1",
-        "/mandelbrot/nan/0/nan/1",
-        "/mandelbrot/-inf/-1/inf/1",
-        "/mandelbrot/0x0/0/0x1/1",
-        "/mandelbrot/-1e99/0/1e99/1",
-        "/mandelbrot/1e39/0/2e39/1",
-        "/mandelbrot/0.5000000/0/0.5000000/1",
-        "/mandelbrot/a/b/c/d",
-        "/mandelbrot/0/0/%FF/1",
-        "/mandelbrot/////",
-        "/mandelbrot/0/0/%00/1",
-        "/%00mandelbrot/0/0/1/1",
-        "/mandelbrot/0." + std::string(10000, '1') + "/0/0." + std::string(10000, '1') + "/1",
-    };
+    const std::string ones(10000, '1');
+    std::vector<std::string> consumed = {"/mandelbrot/0." + ones + "/0/0." + ones + "/1"};
+    for (const char* link :
+         {"/julia/0/0/10/1", "/julia/0/0/1/10", "/julia/1/0/0/1", "/julia/0/1/1/0", "/julia/0/0/0/1",
+          "/sierpinski/0/0/1/1", "/Mandelbrot/0/0/1/1", "/mandelbrot/nan/0/nan/1",
+          "/mandelbrot/-inf/-1/inf/1", "/mandelbrot/0x0/0/0x1/1", "/mandelbrot/-1e99/0/1e99/1",
+          "/mandelbrot/1e39/0/2e39/1", "/mandelbrot/0.5000000/0/0.5000000/1", "/mandelbrot/a/b/c/d",
+          "/mandelbrot/0/0/%FF/1", "/mandelbrot/////", "/mandelbrot/0/0/%00/1", "/%00mandelbrot/0/0/1/1"})
+        consumed.emplace_back(link);
     for (const std::string& link : consumed) {
         EXPECT_TRUE(_delegate->loadDeeplink(NSURL::URLWithString(link))) << link.substr(0, 60);
         open(link);
         EXPECT_EQ(state(), before) << link.substr(0, 60);
     }
-    EXPECT_THAT(log.lines, IsEmpty());
+    EXPECT_THAT(log.lines, testing::IsEmpty());
 
     const std::vector<std::string> notRouted = {
         "/mandelbrot/0/0/1",         "/mandelbrot/0/0/1/1/1", "/",
@@ -142,6 +126,31 @@ TEST_F(Links, ALinkOfTheAppReopensWhatItShows) {
     }
 }
 
+TEST_F(Links, APictureOpensInItsExactBoundsAndPalette) {
+    const CGRect bounds{{-0.74364388703715877, 0.13182590420531198}, {1.6e-9, 0.9e-9}};
+    _host->handle(HostOpenPicture{"a.png", textsOfPlace({FractalType::julia, bounds, 4}, "")});
+    EXPECT_EQ(_delegate->launchRect(), bounds);
+    EXPECT_EQ(shown(), screen().rectifiedBoundsFor(bounds));
+    EXPECT_EQ(screen().fractalType(), FractalType::julia);
+    EXPECT_EQ(screen().shader()->fractalColoring(), 4);
+    EXPECT_EQ(NSUserDefaults::standardUserDefaults().integerForKey("fractalColoring"), 4);
+    EXPECT_EQ(placeOfTexts(screen().renderedImage()->texts())->bounds, shown());
+    open("/mandelbrot/-1/-1/1/1");
+    EXPECT_EQ(screen().shader()->fractalColoring(), 4) << "links say nothing of palettes";
+
+    const std::string before = state();
+    const std::pair<std::optional<PictureTexts>, const char*> others[] = {
+        {std::nullopt, "'?.png' is no PNG or JPEG picture; give one that Zentaro saved"},
+        {PictureTexts{}, "'?.png' does not say which view it shows; give one that Zentaro saved"},
+    };
+    for (const auto& [texts, line] : others) {
+        log.lines.clear();
+        _host->handle(HostOpenPicture{"\n.png", texts});
+        EXPECT_THAT(log.lines, ElementsAre(line));
+        EXPECT_EQ(state(), before);
+    }
+}
+
 TEST_F(Links, AFlightAndAnotherScreenGiveWay) {
     screen().togglePilot(nullptr);
     _host->play(1);
@@ -150,16 +159,6 @@ TEST_F(Links, AFlightAndAnotherScreenGiveWay) {
     open("/julia/-1/-1/1/1");
     EXPECT_EQ(shown(), screen().rectifiedBoundsFor(CGRectMake(-1, -1, 2, 2)));
     EXPECT_EQ(screen().presentedViewController(), nullptr);
-}
-
-TEST_F(Links, TheDelegateTakesItsRouteAlong) {
-    EXPECT_TRUE(UIApplication::sharedApplication()->isIdleTimerDisabled());
-    EXPECT_TRUE(UIDevice::currentDevice().isGeneratingDeviceOrientationNotifications());
-    EXPECT_EQ(JLRoutes::globalRoutes()->routes().size(), 1U);
-    _host = nullptr;
-    _delegate = nullptr;
-    EXPECT_EQ(JLRoutes::globalRoutes()->routes().size(), 0U);
-    EXPECT_FALSE(UIDevice::currentDevice().isGeneratingDeviceOrientationNotifications());
 }
 
 /// The window shows something else: the link is kept for a reset, and no more.

@@ -3,23 +3,15 @@
 #include "app/shared_link.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
 
 #include "main_screen/link_host.h"
 
 namespace {
 
-using testing::AllOf;
 using testing::HasSubstr;
-using testing::Not;
 
 TEST(SharedLink, OursAreTaken) {
-    struct Case {
-        const char* text;
-        const char* url;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"http://zentaro.example/julia/0/0/1/1", "http://zentaro.example/julia/0/0/1/1"},
         {"HTTPS://Zentaro.Example/julia/0/0/1/1?x#y", "HTTPS://Zentaro.Example/julia/0/0/1/1?x#y"},
         {"http://me@zentaro.example:8080/julia/0/0/1/1", "http://me@zentaro.example:8080/julia/0/0/1/1"},
@@ -29,44 +21,41 @@ TEST(SharedLink, OursAreTaken) {
         {"Zentaro:/julia/0/0/1/1", "Zentaro:/julia/0/0/1/1"},
         {" \r\n</julia/0/0/1/1>\r\n", "/julia/0/0/1/1"},
         {"julia/0/0/1/1", "julia/0/0/1/1"},
+        {"Discovered in Zentaro: http://zentaro.example/julia/0/0/1/1",
+         "http://zentaro.example/julia/0/0/1/1"},
+        {"http://other.example/a\nor (Zentaro.example/julia/0/0/1/1).",
+         "http://Zentaro.example/julia/0/0/1/1"},
+        {"<a href=\"zentaro://julia/0/0/1/1\">", "zentaro://julia/0/0/1/1"},
         // Where it leads is not asked here.
         {"/", "/"},
     };
-    for (const Case& c : cases) {
-        const auto link = readSharedLink(c.text);
-        ASSERT_TRUE(std::holds_alternative<NSURL>(link)) << c.text;
-        EXPECT_EQ(std::get<NSURL>(link).absoluteString(), c.url);
+    for (const auto& [text, url] : cases) {
+        const auto link = readSharedLink(text);
+        ASSERT_TRUE(std::holds_alternative<NSURL>(link)) << text;
+        EXPECT_EQ(std::get<NSURL>(link).absoluteString(), url);
     }
 }
 
 TEST(SharedLink, OthersAreRefusedInOneLine) {
-    struct Case {
-        std::string text;
-        const char* why;
-    };
-    const Case cases[] = {
-        {"http://other.example/julia/0/0/1/1", "another site"},
-        {"http://zentaro.example.org/julia/0/0/1/1", "another site"},
-        {"http://zentaro.example@other.example/julia/0/0/1/1", "another site"},
-        {"//other.example/julia/0/0/1/1", "another site"},
-        {"http:/julia/0/0/1/1", "another site"},
-        {"ftp://zentaro.example/julia/0/0/1/1", "another program"},
-        {"file:///etc/passwd", "another program"},
-        {"", "no link"},
-        {"<>", "no link"},
-        {"julia", "no link"},
-        {"/julia/0 0/1/1", "no link"},
-        {"/julia/%zz/0/1/1", "no link"},
-        {std::string("/julia/0/0/1/1\0/", 16), "no link"},
-        {"/a\n/b\r/c", "no link"},
-        {"/" + std::string(1000000, '\xFF'), "no link"},
-    };
-    for (const Case& c : cases) {
-        const auto link = readSharedLink(c.text);
-        ASSERT_TRUE(std::holds_alternative<LinkMistake>(link)) << c.text.substr(0, 60);
-        const std::string& line = std::get<LinkMistake>(link).line;
-        EXPECT_THAT(line, AllOf(HasSubstr(c.why), HasSubstr("zentaro.example/"), Not(HasSubstr("\n"))));
-        EXPECT_LT(line.size(), 200U);
+    const std::pair<const char*, std::vector<std::string>> cases[] = {
+        {"another site",
+         {"http://other.example/julia/0/0/1/1", "http://zentaro.example.org/julia/0/0/1/1",
+          "http://zentaro.example@other.example/julia/0/0/1/1", "//other.example/julia/0/0/1/1",
+          "http:/julia/0/0/1/1"}},
+        {"another program", {"ftp://zentaro.example/julia/0/0/1/1", "file:///etc/passwd"}},
+        {"no link",
+         {"see http://other.example/julia/0/0/1/1 and /julia/0/0/1/1", "", "<>", "julia", "/julia/0 0/1/1",
+          "/julia/%zz/0/1/1", std::string("/julia/0/0/1/1\0/", 16), "/a\n/b\r/c",
+          "/" + std::string(1000000, '\xFF')}}};
+    for (const auto& [why, texts] : cases) {
+        for (const std::string& text : texts) {
+            const auto link = readSharedLink(text);
+            ASSERT_TRUE(std::holds_alternative<LinkMistake>(link)) << text.substr(0, 60);
+            const std::string& line = std::get<LinkMistake>(link).line;
+            EXPECT_THAT(line, testing::AllOf(HasSubstr(why), HasSubstr("zentaro.example/"),
+                                             testing::Not(HasSubstr("\n"))));
+            EXPECT_LT(line.size(), 200U);
+        }
     }
 }
 

@@ -2,11 +2,11 @@
 // values they carry, the palette clock, the iteration limit and what is logged.
 #include <cmath>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "platform/foundation/cf_time.h"
 #include "platform/foundation/ns_bundle.h"
 #include "platform/foundation/ns_log.h"
+#include "platform/host/gl_surface.h"
 #include "platform/ui/ui_screen.h"
 #include "render/rwt_base_shader.h"
 #include "tests/gl_calls/recording_gl.h"
@@ -106,19 +106,16 @@ TEST_F(BaseShaderCalls, DeepViewsHaveAProgramOfTheirOwn) {
     shader->prepareForDeepViews(screen);
     EXPECT_THAT(gl().calls, IsEmpty());
 
-    struct Case {
-        double width;
-        GLuint program;
-    };
     // 1280 x 720 pixels; a view without extent, or one that is none, is not a deep one.
-    constexpr Case cases[] = {{0.00129, 77}, {0.00127, 78}, {-0.00127, 78}, {0, 77}, {NAN, 77}};
-    for (const Case& c : cases) {
-        shader->setFractalBounds(CGRectMake(-1.75, 0, c.width, c.width * 9 / 16));
+    constexpr std::pair<double, GLuint> cases[] = {
+        {0.00129, 77}, {0.00127, 78}, {-0.00127, 78}, {0, 77}, {NAN, 77}};
+    for (const auto& [width, program] : cases) {
+        shader->setFractalBounds(CGRectMake(-1.75, 0, width, width * 9 / 16));
         shader->renderInRect(screen, 0);
-        EXPECT_EQ(shader->program(), c.program) << c.width;
+        EXPECT_EQ(shader->program(), program) << width;
         EXPECT_EQ(gl().last("glUniform4f").substr(0, 14),
                   "glUniform4f " + std::to_string(shader->uFractalBounds()))
-            << c.width;
+            << width;
     }
 }
 
@@ -140,6 +137,29 @@ TEST_F(BaseShaderCalls, TheIterationLimitFollowsTheCostOfFrames) {
     for (int frame = 0; frame < 11; ++frame)
         dwellAfter(*shader, 1);
     EXPECT_EQ(shader->dwell(), 256.0F);
+}
+
+TEST_F(BaseShaderCalls, TheLimitFollowsTheHostWhereFinishingDoesNotWait) {
+    struct LazySurface : GLSurface {
+        bool createContext() override { return true; }
+        void destroyContext() override {}
+        bool makeCurrent() override { return true; }
+        void clearCurrent() override {}
+        std::string lastError() const override { return {}; }
+        uint32_t screenFramebuffer() override { return 0; }
+        int32_t pixelWidth() const override { return 1280; }
+        int32_t pixelHeight() const override { return 720; }
+        void present() override {}
+        std::optional<double> frameCost() const override { return cost; }
+        std::optional<double> cost = 90;
+    } surface;
+    const auto shader = makeShader();
+    setSharedGLSurface(&surface);
+    EXPECT_EQ(dwellAfter(*shader, 1), 252.0F);
+    surface.cost.reset();
+    EXPECT_EQ(dwellAfter(*shader, 65), 252.0F);
+    EXPECT_EQ(dwellAfter(*shader, 1), 256.0F);
+    setSharedGLSurface(nullptr);
 }
 
 TEST_F(BaseShaderCalls, ThePaletteClockRunsAtTheSpeedOfTheCycling) {

@@ -3,13 +3,10 @@
 // Played on the headless host; figures worked out by hand for a screen of 320 x 180 points.
 #include <cmath>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "tests/support/headless_screen.h"
 
 namespace {
-
-using testing::IsEmpty;
 
 class MainScreenTouch : public HeadlessScreenTest {
   protected:
@@ -220,22 +217,16 @@ TEST_F(MainScreenTouch, AnyGestureEndsAPausedFlightForGood) {
         screen->targets() = {start};
         gesture();
         EXPECT_FALSE(screen->tween) << name;
-        EXPECT_THAT(screen->targets(), IsEmpty()) << name;
+        EXPECT_THAT(screen->targets(), testing::IsEmpty()) << name;
     }
 }
 
 TEST_F(MainScreenTouch, ViewsThatAreNoneCanAlwaysBeLeft) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
-    const CGRect views[] = {CGRectNull,
-                            CGRectZero,
-                            CGRectMake(0, 0, -1, -1),
-                            CGRectMake(nan, 0, 1, 1),
-                            CGRectMake(0, 0, nan, nan),
-                            CGRectMake(0, 0, 1e300, 1e300),
-                            CGRectMake(-infinity, 0, infinity, 1),
-                            CGRectMake(0, 0, 1e-300, 1e-300)};
-    for (const CGRect& view : views) {
+    for (const CGRect& view : {CGRectNull, CGRectZero, CGRectMake(0, 0, -1, -1), CGRectMake(nan, 0, 1, 1),
+                               CGRectMake(0, 0, nan, nan), CGRectMake(0, 0, 1e300, 1e300),
+                               CGRectMake(-infinity, 0, infinity, 1), CGRectMake(0, 0, 1e-300, 1e-300)}) {
         screen->shader()->setFractalBounds(view);
         host->step();
         host->drag({100, 60}, {200, 100}, 0.05);

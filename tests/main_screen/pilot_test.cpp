@@ -1,8 +1,6 @@
 // The autopilot on the headless host: when it sets out, how it is stopped, what brings it home, and that a
 // seed repeats its flights.
-#include <GLES2/gl2.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <limits>
 
 #include "platform/foundation/random_source.h"
@@ -186,21 +184,6 @@ TEST_F(Pilot, ASeedRepeatsItsFlightsAndPaletteThreeThoseOfZeroInWhichItIsSampled
     EXPECT_EQ(ride(7, 3), first);
     EXPECT_NE(ride(7, 4), first);
     EXPECT_NE(ride(8, 0), first);
-}
-
-TEST_F(Pilot, FlightsLeaveNoGLObjectsBehind) {
-    const auto objects = [] {
-        int count = 0;
-        for (GLuint name = 1; name < 1000; ++name)
-            count += glIsTexture(name) + glIsFramebuffer(name) + glIsProgram(name) + glIsShader(name);
-        return count;
-    };
-    screen->hideMenu(false);
-    host->play(6);
-    const int after = objects();
-    EXPECT_GT(after, 2);
-    host->play(60);
-    EXPECT_EQ(objects(), after);
 }
 
 TEST_F(Pilot, WithoutOpenGLItStaysAtTheTop) {

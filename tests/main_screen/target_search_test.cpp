@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
-#include <utility>
 
 namespace {
 

@@ -11,10 +11,7 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::MatchesRegex;
-using testing::SizeIs;
 using Strings = std::vector<std::string>;
 
 std::optional<NSURL> url(const char* text) {
@@ -89,7 +86,7 @@ TEST_F(JLRoutesTest, PatternsAreAddedAndRemoved) {
     global->addRoute(tooMany, handler(""));
     EXPECT_THAT(patterns(), IsEmpty());
     EXPECT_THAT(log.lines, ElementsAre("[JLRoutes]: Could not add a route for the pattern '': it is empty",
-                                       HasSubstr("it has too many optional parts")));
+                                       testing::HasSubstr("it has too many optional parts")));
 }
 
 TEST_F(JLRoutesTest, ASchemeHasItsRegistry) {
@@ -125,7 +122,7 @@ TEST_F(JLRoutesTest, ASchemeHasItsRegistry) {
 
     JLRoutes::routesForScheme("empty");
     const auto all = JLRoutes::allRoutes();
-    EXPECT_THAT(all, SizeIs(3));
+    EXPECT_THAT(all, testing::SizeIs(3));
     EXPECT_EQ(all.at("app").size(), 1U);
     EXPECT_EQ(all.at("JLRoutesGlobalRoutesScheme").size(), 2U);
     EXPECT_THAT(all.at("empty"), IsEmpty());
@@ -218,8 +215,8 @@ TEST_F(JLRoutesTest, SettingsHoldForTheWholeClass) {
     global->addRoute("/n", 1, handler("own"));
     EXPECT_TRUE(global->routeURL(url("/n")));
     EXPECT_EQ(parameters, (JLRRouteParameters{{"own", true}}));
-    EXPECT_THAT(global->description(), MatchesRegex("\\(\n    \"<FullDefinition 0x[0-9a-f]+> - /n "
-                                                    "\\(priority: 1\\)\",\n    .*,\n    .*\n\\)"));
+    EXPECT_THAT(global->description(), testing::MatchesRegex("\\(\n    \"<FullDefinition 0x[0-9a-f]+> - /n "
+                                                             "\\(priority: 1\\)\",\n    .*,\n    .*\n\\)"));
     global->removeAllRoutes();
     EXPECT_EQ(global->description(), "(\n)");
 }

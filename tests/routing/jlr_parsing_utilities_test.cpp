@@ -6,8 +6,6 @@
 
 namespace {
 
-using testing::ElementsAreArray;
-using testing::IsEmpty;
 using Strings = std::vector<std::string>;
 
 TEST(JLRParsingUtilities, ExpandsOptionalParts) {
@@ -36,7 +34,7 @@ TEST(JLRParsingUtilities, ExpandsOptionalParts) {
                  {"(/xx)(/\u20ac)", {"/xx/\u20ac", "/xx", "/\u20ac", "/"}}};
     for (const auto& each : cases)
         EXPECT_THAT(JLRParsingUtilities::expandOptionalRoutePatternsForPattern(each.pattern),
-                    ElementsAreArray(each.expansions))
+                    testing::ElementsAreArray(each.expansions))
             << each.pattern;
 }
 
@@ -53,7 +51,7 @@ TEST(JLRParsingUtilities, RefusesMorePartsThanMemoryShouldHold) {
         equalParts += "/a()";
     for (const std::string& refused : {pattern, longPart, equalParts}) {
         EXPECT_FALSE(JLRParsingUtilities::canExpandPattern(refused));
-        EXPECT_THAT(JLRParsingUtilities::expandOptionalRoutePatternsForPattern(refused), IsEmpty());
+        EXPECT_THAT(JLRParsingUtilities::expandOptionalRoutePatternsForPattern(refused), testing::IsEmpty());
     }
     const std::string giantWord(5000000, 'a');
     EXPECT_EQ(JLRParsingUtilities::expandOptionalRoutePatternsForPattern(giantWord + "()").size(), 1U);

@@ -8,8 +8,6 @@
 
 namespace {
 
-using testing::IsEmpty;
-using testing::MatchesRegex;
 using Strings = std::vector<std::string>;
 
 constexpr auto plus = JLRRouteRequestOptionDecodePlusSymbols;
@@ -61,7 +59,7 @@ TEST(JLRRouteRequest, FindsPathComponents) {
     EXPECT_EQ(componentsOf("app://a.b/c", hostToo), "|a.b|c");
     EXPECT_EQ(componentsOf("app://localhost:80/c", hostToo | plus), "|localhost|c");
     EXPECT_EQ(componentsOf("app:///c", hostToo), "|c");
-    EXPECT_THAT(JLRRouteRequest(std::nullopt).pathComponents(), IsEmpty());
+    EXPECT_THAT(JLRRouteRequest(std::nullopt).pathComponents(), testing::IsEmpty());
 }
 
 TEST(JLRRouteRequest, CollectsQueryItems) {
@@ -144,29 +142,6 @@ TEST(JLRRouteDefinition, LaterSourcesWin) {
                                   {"JLRouteScheme", "app"}}));
 }
 
-TEST(JLRRouteDefinition, IsAValue) {
-    const auto make = [](const char* pattern, uint64_t priority, const char* scheme) {
-        auto made = std::make_shared<JLRRouteDefinition>(pattern, priority, nullptr);
-        if (scheme) made->didBecomeRegisteredForScheme(scheme);
-        return made;
-    };
-    const auto one = make("/a", 3, "s");
-    const auto copy = one->copy();
-    EXPECT_NE(copy, one);
-    for (const auto& equal : {copy, make("/a", 3, "s")}) {
-        EXPECT_EQ(*equal, *one);
-        EXPECT_EQ(equal->hash(), one->hash());
-    }
-    for (const auto& other :
-         {make("a", 3, "s"), make("/a", 4, "s"), make("/a", 3, "t"), make("/a", 3, nullptr)}) {
-        EXPECT_NE(*other, *one);
-        EXPECT_NE(other->hash(), one->hash());
-    }
-    EXPECT_THAT(one->description(), MatchesRegex("<JLRRouteDefinition 0x[0-9a-f]+> - /a \\(priority: 3\\)"));
-    EXPECT_THAT(requestFor("a:b").description(), MatchesRegex("<JLRRouteRequest 0x[0-9a-f]+> - URL: a:b"));
-    EXPECT_TRUE(one->callHandlerBlockWithParameters({}));
-}
-
 TEST(JLRRouteResponse, ComparesAndPrintsItsParameters) {
     using Response = JLRRouteResponse;
     const JLRRouteParameters parameters = {
@@ -192,7 +167,7 @@ TEST(JLRRouteResponse, ComparesAndPrintsItsParameters) {
                                                           "    t = \"a\\n\\001\";\n"
                                                           "}"));
     EXPECT_THAT(Response::invalidMatchResponse().description(),
-                MatchesRegex("<JLRRouteResponse 0x[0-9a-f]+> - match: NO, params: \\(null\\)"));
+                testing::MatchesRegex("<JLRRouteResponse 0x[0-9a-f]+> - match: NO, params: \\(null\\)"));
 }
 
 struct Page {

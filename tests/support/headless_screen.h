@@ -8,7 +8,9 @@
 #include "app/ios_app_delegate.h"
 #include "hosts/headless/headless_host.h"
 #include "main_screen/game_view_controller.h"
+#include "platform/ui/ui_accessibility.h"
 #include "tests/support/log_capture.h"
+#include "tests/support/seen_tour.h"
 
 class HeadlessScreenTest : public testing::Test {
   protected:
@@ -17,14 +19,24 @@ class HeadlessScreenTest : public testing::Test {
         screen = nullptr;
         host = nullptr;
         host = std::make_unique<HeadlessHost>(options, [delegate] { return delegate; });
+        if (!isFirstRun) countTourAsSeen();
         ASSERT_TRUE(host->launch());
         screen = std::dynamic_pointer_cast<GameViewController>(delegate->window()->rootViewController());
         ASSERT_TRUE(screen);
         host->step();
     }
     CGRect bounds() const { return screen->shader()->fractalBounds(); }
+    /// What screen readers are told, in order.
+    std::vector<std::string> labels() const {
+        std::vector<std::string> found;
+        for (const auto& element : accessibilityElements(*screen->view()->window()))
+            found.push_back(element.label);
+        return found;
+    }
     CGRect top() const { return screen->rectifiedBoundsFor(topView); }
 
+    /// NO: the user has seen the tour.
+    bool isFirstRun = false;
     LogCapture log;
     std::unique_ptr<HeadlessHost> host;
     std::shared_ptr<GameViewController> screen;

@@ -4,11 +4,15 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <jpeglib.h>
 #include <optional>
 #include <png.h>
 #include <span>
+#include <string>
 #include <vector>
+
+#include "platform/graphics/picture_texts.h"
 
 struct DecodedPicture {
     uint32_t width = 0;
@@ -48,4 +52,41 @@ inline DecodedPicture decodeJpeg(std::span<const uint8_t> file) {
     jpeg_finish_decompress(&jpeg);
     jpeg_destroy_decompress(&jpeg);
     return picture;
+}
+
+/// Only for files that are whole: damage ends the test program.
+inline PictureTexts pngTexts(std::span<const uint8_t> file) {
+    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_set_read_fn(png, &file, [](png_structp reader, png_bytep room, std::size_t count) {
+        auto& left = *static_cast<std::span<const uint8_t>*>(png_get_io_ptr(reader));
+        if (left.size() < count) png_error(reader, "too short");
+        std::memcpy(room, left.data(), count);
+        left = left.subspan(count);
+    });
+    png_read_info(png, info);
+    png_textp found = nullptr;
+    int count = 0;
+    png_get_text(png, info, &found, &count);
+    PictureTexts texts;
+    for (int i = 0; i < count; ++i)
+        texts.push_back({found[i].key, std::string(found[i].text, found[i].text_length)});
+    png_destroy_read_struct(&png, &info, nullptr);
+    return texts;
+}
+
+/// All comments, one after another. As decodeJpeg.
+inline std::string jpegComments(std::span<const uint8_t> file) {
+    jpeg_decompress_struct jpeg{};
+    jpeg_error_mgr errors{};
+    jpeg.err = jpeg_std_error(&errors);
+    jpeg_create_decompress(&jpeg);
+    jpeg_mem_src(&jpeg, file.data(), file.size());
+    jpeg_save_markers(&jpeg, JPEG_COM, 0xFFFF);
+    jpeg_read_header(&jpeg, TRUE);
+    std::string text;
+    for (auto* marker = jpeg.marker_list; marker != nullptr; marker = marker->next)
+        text.append(reinterpret_cast<const char*>(marker->data), marker->data_length);
+    jpeg_destroy_decompress(&jpeg);
+    return text;
 }

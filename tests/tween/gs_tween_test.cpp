@@ -10,9 +10,6 @@
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 struct GSTweenTest : TweenTest {
     GSTweenTest() {
         NSRunLoop::currentRunLoop().setRefreshInterval(0.25);
@@ -150,7 +147,7 @@ TEST_F(GSTweenTest, StopsAsOftenAsToldAndMayGoOn) {
 TEST_F(GSTweenTest, StartValuesAreReadAtOnceAndWrittenInOrder) {
     const auto delayed =
         tween(0.5, {{"delay", 0.25}, {"number", 10}, {"narrow", 8}, {"absent", 3}, {"text", 1}});
-    EXPECT_THAT(log.lines, ElementsAre("GSTween Warning: Property was not found on target!"));
+    EXPECT_THAT(log.lines, testing::ElementsAre("GSTween Warning: Property was not found on target!"));
     target->number = 500;
     int32_t narrowBefore = 0;
     target->narrow = 77;
@@ -173,7 +170,7 @@ TEST_F(GSTweenTest, LivesOnWithoutItsHandleAndKeepsItsTarget) {
     frames(1);
     EXPECT_TRUE(seen.expired());
     EXPECT_TRUE(seenTarget.expired());
-    EXPECT_THAT(GSTween::runningTweens(), IsEmpty());
+    EXPECT_THAT(GSTween::runningTweens(), testing::IsEmpty());
     EXPECT_EQ(NSRunLoop::currentRunLoop().displayLinkCount(), 0U);
 }
 

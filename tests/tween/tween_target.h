@@ -51,7 +51,7 @@ class TweenTarget : public KeyValueCoding {
                 {"readOnly", KeyValueAccess<double>{[] { return 1.0; }, {}}},
                 {"text", KeyValueAccess<std::any>{
                              [this] { return std::any(text); },
-                             [this](const std::any& value) { text = std::any_cast<std::string>(value); }}}};
+                             setterOf<std::string>([this](const auto& value) { text = value; })}}};
     }
 };
 

@@ -21,15 +21,19 @@ const flags = [
 export const launch = (...more) =>
     chromium.launch({executablePath: '/usr/bin/chromium', headless: true, args: [...flags, ...more]});
 
-const touchDevice = (width, height, deviceScaleFactor) =>
-    ({viewport: {width, height}, deviceScaleFactor, hasTouch: true, isMobile: true});
+const touchDevice = (width, height) =>
+    ({viewport: {width, height}, deviceScaleFactor: 1, hasTouch: true, isMobile: true});
 
-export const phone = touchDevice(844, 390, 3);
-export const upright = touchDevice(390, 844, 3);
-export const tablet = touchDevice(1180, 820, 2);
+export const phone = touchDevice(844, 390);
+export const upright = touchDevice(390, 844);
+export const tablet = touchDevice(1180, 820);
+
+/** With the pixels of a real one, which a rasteriser without a GPU takes long to fill: where they matter. */
+export const sharp = (device) => ({...device, deviceScaleFactor: device === tablet ? 2 : 3});
+
 export const desktop = {viewport: {width: 1280, height: 720}, deviceScaleFactor: 1};
 
-export const patience = 30000;  // ms; a rasteriser without a GPU, on a busy machine
+export const patience = 60000;  // ms; a rasteriser without a GPU, on a busy machine
 
 /** The file's own browser and server. */
 export const shared = {browser: null, server: null, url: ''};
@@ -46,10 +50,22 @@ after(async () => {
     shared.server?.close();
 });
 
-/** A page whose errors end up as the test's. `expected` takes those that the test itself provokes. */
+/** In the page: whoever has no settings yet has seen the tour. */
+function countTourAsSeen() {
+    try {
+        localStorage['zentaro.settings'] ??= '{"MPCoachMarksShown": true}';
+    } catch { /* There are browsers without. */ }
+}
+
+/** A page whose errors end up as the test's. `expected` takes those that the test itself provokes, `init` runs before
+ * the page's scripts. On a first run the app shows its tour. */
 export async function newPage(t, options = {}) {
-    const {device = phone, context = {}, browser = shared.browser, expected = () => false} = options;
+    const {device = phone, context = {}, browser = shared.browser, expected = () => false, firstRun = false, init} =
+        options;
     const world = await browser.newContext({...device, ...context});
+    if (!firstRun) await world.addInitScript(countTourAsSeen);
+    world.setDefaultTimeout(patience);
+    if (init) await world.addInitScript(init);
     const page = await world.newPage();
     watch(page, page.errors = [], expected);
     t.after(async () => {
@@ -116,12 +132,20 @@ export async function untilView(page, holds = () => true, what = 'a view in the 
     }
 }
 
-/** The same, once it has stayed for long enough: slow frames make rests of their own. */
+/** Lets the app draw so many frames, however slow they are. */
+export const frames = (page, count) => page.evaluate((wanted) => new Promise((resolve) => {
+    const next = () => (wanted-- > 0 ? requestAnimationFrame(next) : resolve());
+    next();
+}), count);
+
+/** The same, once it has stayed for longer than the next one would take to come: slow frames make rests of their
+ * own. */
 export async function untilRests(page, holds, what) {
     for (;;) {
         const view = await untilView(page, holds, what);
         const address = page.url();
-        await page.waitForTimeout(3000);
+        await page.waitForTimeout(1600);
+        await frames(page, 10);
         if (page.url() === address) return view;
     }
 }
@@ -156,16 +180,16 @@ export async function fingers(page) {
             await Promise.all(sent);
         },
         /** All of them from their first places to their last. The app has time to recognise the first part of
-         * the way, which tells it what they are up to and does not count; slow frames join the steps of the rest. */
-        async glide(from, to, {steps = 20, pause = 16, first = 12} = {}) {
+         * the way, which tells it what they are up to and does not count, and to draw each of the rest. */
+        async glide(from, to, {steps = 12, first = 12} = {}) {
             const at = (share) => from.map(([x, y], i) => [x + (to[i][0] - x) * share, y + (to[i][1] - y) * share]);
             const begun = first / Math.hypot(to[0][0] - from[0][0], to[0][1] - from[0][1]);
             await send('touchStart', from);
             await send('touchMove', at(begun));
-            await page.waitForTimeout(500);
+            await frames(page, 3);
             for (let step = 1; step <= steps; ++step) {
                 await send('touchMove', at(begun + (1 - begun) * step / steps));
-                await page.waitForTimeout(pause);
+                await frames(page, 1);
             }
         },
     };
@@ -201,6 +225,19 @@ export function differences(a, b) {
         if ([0, 1, 2].some((part) => Math.abs(a.png.data[i + part] - b.png.data[i + part]) > 8)) ++count;
     }
     return count;
+}
+
+/** Looks now; what it answers waits until so large a share of the pixels has changed. */
+export async function untilLooks(page, share, what) {
+    const before = await look(page);
+    return async () => {
+        const end = Date.now() + patience;
+        for (;;) {
+            const changed = differences(before, await look(page)) * 4 / before.png.data.length;
+            if (changed > share) return;
+            if (Date.now() > end) assert.fail(`${what}: ${changed} of the pixels have changed, not ${share}`);
+        }
+    };
 }
 
 /** Kept for people, in all of the device's pixels. */

@@ -72,6 +72,18 @@ test('a hidden page has no fingers on it', async (t) => {
         [['zentaroPointer', began], ['zentaroPointer', cancelled], ['zentaroVisibility', 0]]);
 });
 
+test('turning the phone takes the fingers off it: their places are others from then on', async (t) => {
+    const page = await openApp(t);
+    await listen(page, 'zentaroPointer');
+    const hand = await fingers(page);
+    await hand.down([100, 100]);
+    await page.setViewportSize(upright.viewport);
+    await page.waitForFunction(() => window.told.length > 1);
+    await hand.move([150, 150]);
+    await hand.up();
+    assert.deepEqual(pointers(await told(page)).map(([phase]) => phase), [began, cancelled]);
+});
+
 test('wheels count in notches away from the user, pinches on a trackpad as factors', async (t) => {
     const page = await openApp(t, '/', {device: desktop});
     await listen(page, 'zentaroWheel', 'zentaroMagnify');

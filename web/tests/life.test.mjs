@@ -6,7 +6,7 @@ import {tmpdir} from 'node:os';
 import {join} from 'node:path';
 import {test} from 'node:test';
 import {serve} from '../serve.mjs';
-import {button, differences, keepPicture, look, newPage, openApp, phone, press, shared, site, tablet, untilStarted,
+import {button, differences, keepPicture, look, openApp, press, sharp, shared, site, tablet, untilStarted,
     untilView} from './browser.mjs';
 
 test('settings come back with the next start', async (t) => {
@@ -30,14 +30,14 @@ test('settings come back with the next start', async (t) => {
 });
 
 test('a browser that refuses to store anything runs the app all the same', async (t) => {
-    const page = await newPage(t);
-    await page.addInitScript(() => Object.defineProperty(window, 'localStorage', {
+    const page = await openApp(t, '/', {init: () => Object.defineProperty(window, 'localStorage', {
         get() {
             throw new DOMException('refused', 'SecurityError');
         },
-    }));
-    await page.goto(shared.url);
-    await untilStarted(page);
+    })});
+    // Nothing says that the user knows it.
+    await press(page, 'Skip');
+    await button(page, 'Skip').waitFor({state: 'detached'});
     const before = await look(page);
     await press(page, 'Next palette');
     await page.waitForTimeout(700);
@@ -45,10 +45,7 @@ test('a browser that refuses to store anything runs the app all the same', async
 });
 
 test('damaged settings are none', async (t) => {
-    const page = await newPage(t);
-    await page.addInitScript(() => localStorage.setItem('zentaro.settings', '{"fractalType": [1'));
-    await page.goto(shared.url);
-    await untilStarted(page);
+    const page = await openApp(t, '/', {init: () => localStorage.setItem('zentaro.settings', '{"fractalType": [1')});
     assert.equal((await untilView(page)).type, 'mandelbrot');
 });
 
@@ -156,7 +153,7 @@ test('an update that cannot be loaded whole changes nothing', async (t) => {
 });
 
 test('a lost context is rebuilt: the same view, the same toolbar', async (t) => {
-    const page = await openApp(t, '/mandelbrot/-0.8/0.0/-0.6/0.2', {device: tablet});
+    const page = await openApp(t, '/mandelbrot/-0.8/0.0/-0.6/0.2', {device: sharp(tablet)});
     await untilView(page);
     await page.waitForTimeout(800);
     const before = await look(page);
@@ -184,17 +181,14 @@ test('a lost context is rebuilt: the same view, the same toolbar', async (t) => 
 });
 
 test('hidden, it asks for no frames; shown again, it goes on', async (t) => {
-    const page = await newPage(t);
-    await page.addInitScript(() => {
+    const page = await openApp(t, '/', {init: () => {
         window.frames_ = 0;
         const request = requestAnimationFrame;
         window.requestAnimationFrame = (then) => {
             ++window.frames_;
             return request.call(window, then);
         };
-    });
-    await page.goto(shared.url);
-    await untilStarted(page);
+    }});
     const framesIn = (time, hidden) => page.evaluate(async ([wait, isHidden]) => {
         Object.defineProperty(document, 'hidden', {get: () => isHidden, configurable: true});
         document.dispatchEvent(new Event('visibilitychange'));
@@ -207,13 +201,39 @@ test('hidden, it asks for no frames; shown again, it goes on', async (t) => {
     assert.ok(await framesIn(1000, false) > 0);
 });
 
+test('the screen stays awake while the page is seen, and is asked to stay in landscape', async (t) => {
+    const page = await openApp(t, '/', {init: () => {
+        window.asked = {locks: [], awake: 0};
+        screen.orientation.lock = async (type) => { window.asked.locks.push(type); };
+        Object.defineProperty(navigator, 'wakeLock', {value: {
+            request: async () => {
+                ++window.asked.awake;
+                return window.lock = {released: false, release: async () => {}};
+            },
+        }});
+    }});
+    const awake = () => page.evaluate(() => window.asked.awake);
+    const seen = (state, isLost) => page.evaluate(([visibility, lost]) => {
+        // The browser takes the lock back while nobody sees the page.
+        window.lock.released ||= lost;
+        Object.defineProperty(document, 'visibilityState', {get: () => visibility, configurable: true});
+        document.dispatchEvent(new Event('visibilitychange'));
+    }, [state, isLost]);
+    assert.equal(await awake(), 1);
+    await seen('hidden', true);
+    assert.equal(await awake(), 1);
+    await seen('visible', false);
+    assert.equal(await awake(), 2);
+    await seen('visible', false);
+    assert.equal(await awake(), 2, 'one lock is enough');
+    await page.evaluate(() => document.dispatchEvent(new Event('fullscreenchange')));
+    assert.deepEqual(await page.evaluate(() => window.asked.locks), ['landscape', 'landscape']);
+});
+
 test('who wants less motion gets still colours at the start', async (t) => {
     for (const [reducedMotion, moves] of [['reduce', false], ['no-preference', true]]) {
-        const page = await newPage(t, {device: phone, context: {reducedMotion}});
-        await page.addInitScript(() => localStorage.setItem('zentaro.settings',
-            JSON.stringify({fractalColorCycling: 4, fractalColoring: 0, fractalType: 1, MPCoachMarksShown: true})));
-        await page.goto(shared.url);
-        await untilStarted(page);
+        const page = await openApp(t, '/', {context: {reducedMotion}, init: () => localStorage.setItem('zentaro.settings',
+            JSON.stringify({fractalColorCycling: 4, fractalColoring: 0, fractalType: 1, MPCoachMarksShown: true}))});
         await page.waitForTimeout(1500);
         const before = await look(page);
         await page.waitForTimeout(1500);

@@ -2,23 +2,20 @@
 // An address never says anything but what is on the screen.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';
-import {assertClose, desktop, fingers, look, newPage, openApp, patience, phone, press, shared, untilStarted,
+import {assertClose, desktop, look, openApp, phone, shared, untilRests, untilStarted,
     untilView} from './browser.mjs';
 
 const near = (view, type, x, y) => view.type === type && Math.abs(view.x - x) < 0.01 && Math.abs(view.y - y) < 0.01;
 
 test('a link opens at its view, from the first frame on', async (t) => {
-    const page = await newPage(t, {device: desktop});
-    await page.addInitScript(() => {
+    const page = await openApp(t, '/mandelbrot/-0.2/-0.1/0.0/0.1', {device: desktop, init: () => {
         window.paths = [];
         const replace = history.replaceState;
         history.replaceState = (...values) => {
             window.paths.push(values[2]);
             return replace.apply(history, values);
         };
-    });
-    await page.goto(`${shared.url}/mandelbrot/-0.2/-0.1/0.0/0.1`);
-    await untilStarted(page);
+    }});
     assert.ok((await look(page)).isBlack(640, 30), 'the view is inside of the set, the top view is not');
     await page.waitForTimeout(2000);
     const view = await untilView(page);
@@ -40,8 +37,7 @@ test('what is copied from the address bar opens as the same view', async (t) => 
 });
 
 test('addresses are replaced, not added, at most once a second', async (t) => {
-    const page = await newPage(t, {device: desktop});
-    await page.addInitScript(() => {
+    const page = await openApp(t, '/', {device: desktop, init: () => {
         window.times = [];
         for (const name of ['replaceState', 'pushState']) {
             const change = history[name];
@@ -50,18 +46,15 @@ test('addresses are replaced, not added, at most once a second', async (t) => {
                 return change.apply(history, values);
             };
         }
-    });
-    await page.goto(shared.url);
-    await untilStarted(page);
+    }});
     const before = await page.evaluate(() => history.length);
-    for (let i = 0; i < 8; ++i) {
-        await page.keyboard.press(i % 2 ? 'ArrowLeft' : 'f');
-        await page.waitForTimeout(600);
+    for (const type of ['julia', 'mandelbrot', 'julia', 'mandelbrot']) {
+        await page.keyboard.press('f');
+        await untilView(page, (view) => view.type === type, type);
     }
-    await page.waitForTimeout(1500);
     const {length, times} = await page.evaluate(() => ({length: history.length, times: window.times}));
     assert.equal(length, before);
-    assert.ok(times.length >= 2, 'the address follows');
+    assert.ok(times.length >= 4, 'the address follows');
     const pauses = times.slice(1).map((time, i) => time - times[i]);
     assert.ok(pauses.every((pause) => pause > 990), `pauses ${pauses}`);
 });
@@ -77,7 +70,6 @@ test('a pasted link opens; back and forward go from view to view', async (t) => 
     const host = new URL(shared.url).host;
     await paste(`http://${host}/mandelbrot/-0.8/0.0/-0.6/0.2`);
     await untilView(page, (view) => near(view, 'mandelbrot', -0.7, 0.1), 'the first link');
-    await page.waitForTimeout(2100);
     await paste(`http://${host}/julia/-0.1/-0.1/0.1/0.1`);
     await untilView(page, (view) => near(view, 'julia', 0, 0), 'the second link');
     await page.goBack();
@@ -94,12 +86,11 @@ test('a pasted link opens; back and forward go from view to view', async (t) => 
     const before = await page.evaluate(() => history.length);
     await paste('http://elsewhere.example/mandelbrot/-0.1/-0.1/0.1/0.1');
     await paste('no link at all <img src=x onerror=alert(1)>');
-    await page.waitForTimeout(2500);
-    assert.ok(near(await untilView(page), 'mandelbrot', -0.7, 0.1), 'what is no link of ours changes nothing');
+    await untilRests(page, (view) => near(view, 'mandelbrot', -0.7, 0.1), 'what is no link of ours changes nothing');
     assert.equal(await page.evaluate(() => history.length), before);
 });
 
-test('a dropped link opens', async (t) => {
+test('a dropped link opens, and a dropped picture the view that it names, in its palette', async (t) => {
     const page = await openApp(t, '/', {device: desktop});
     await untilView(page);
     await page.evaluate((link) => {
@@ -108,6 +99,24 @@ test('a dropped link opens', async (t) => {
         document.body.dispatchEvent(new DragEvent('drop', {dataTransfer, bubbles: true, cancelable: true}));
     }, `${shared.url}/mandelbrot/-0.8/0.0/-0.6/0.2`);
     await untilView(page, (view) => near(view, 'mandelbrot', -0.7, 0.1), 'the dropped link');
+    await page.waitForTimeout(1200);
+    const drop = (name, bytes) => page.evaluate(([fileName, content]) => {
+        const dataTransfer = new DataTransfer();
+        dataTransfer.items.add(new File([new Uint8Array(content)], fileName));
+        dataTransfer.setData('text/uri-list', 'http://elsewhere.example/');
+        document.body.dispatchEvent(new DragEvent('drop', {dataTransfer, bubbles: true, cancelable: true}));
+    }, [name, bytes]);
+    const comment = 'Type: julia\nBounds: {{-0.4, -0.1}, {0.4, 0.2}}\nPalette: 3\n';
+    const letters = [...comment].map((letter) => letter.charCodeAt(0));
+    await drop('view.jpg', [0xFF, 0xD8, 0xFF, 0xFE, 0, letters.length + 2, ...letters]);
+    await untilView(page, (view) => near(view, 'julia', -0.2, 0), 'the dropped picture');
+    assert.match(await page.evaluate(() => Object.values(localStorage).join()), /"fractalColoring": ?3/);
+    await drop('none.png', []);
+    await drop('other.jpg', [0xFF, 0xD8, 0xFF, 0xD9]);
+    await page.waitForTimeout(2500);
+    assert.ok(near(await untilView(page), 'julia', -0.2, 0), 'what names no view changes nothing');
+    await page.goBack();
+    await untilView(page, (view) => near(view, 'mandelbrot', -0.7, 0.1), 'back to what was before');
 });
 
 test('copying gives the link of what is shown, with the page\'s own host', async (t) => {

@@ -2,20 +2,17 @@
 // Everything has to end by itself, with whatever there is at the other end.
 #include "hosts/desktop/link_socket.h"
 
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <future>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
+#include "tests/support/environment_variable.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -39,13 +36,17 @@ class LinkSocketTest : public testing::Test {
         } while (giver.wait_for(1ms) != std::future_status::ready);
         return links;
     }
+    sockaddr_un address() const {
+        sockaddr_un result{};
+        result.sun_family = AF_UNIX;
+        (_place + "/links").copy(result.sun_path, sizeof result.sun_path - 1);
+        return result;
+    }
     /// A giver of its own kind.
     Descriptor connectBare() const {
         Descriptor connection(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        (_place + "/links").copy(address.sun_path, sizeof address.sun_path - 1);
-        EXPECT_EQ(connect(connection.number(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        const sockaddr_un place = address();
+        EXPECT_EQ(connect(connection.number(), reinterpret_cast<const sockaddr*>(&place), sizeof place), 0);
         return connection;
     }
 
@@ -81,10 +82,8 @@ TEST_F(LinkSocketTest, NobodyThere) {
 TEST_F(LinkSocketTest, AStaleOneIsReplaced) {
     {
         const Descriptor dead(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        (_place + "/links").copy(address.sun_path, sizeof address.sun_path - 1);
-        ASSERT_EQ(bind(dead.number(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        const sockaddr_un place = address();
+        ASSERT_EQ(bind(dead.number(), reinterpret_cast<const sockaddr*>(&place), sizeof place), 0);
     }
     EXPECT_EQ(handLinkOver(_place, "x", 5s), HandOver::nobody);
     LinkSocket socket(_place);
@@ -141,9 +140,7 @@ TEST_F(LinkSocketTest, OddGiversAreLeft) {
 }
 
 TEST_F(LinkSocketTest, OnlyAFolderOfTheUsersOwnWillDo) {
-    const char* const former = std::getenv("XDG_RUNTIME_DIR");
-    const std::string before = former != nullptr ? former : "";
-    setenv("XDG_RUNTIME_DIR", _place.c_str(), 1);
+    const EnvironmentVariable runtime("XDG_RUNTIME_DIR", _place);
     const auto folder = linkSocketFolder();
     ASSERT_TRUE(folder);
     struct stat info {};
@@ -154,11 +151,6 @@ TEST_F(LinkSocketTest, OnlyAFolderOfTheUsersOwnWillDo) {
     std::filesystem::remove(*folder);
     std::filesystem::create_directory_symlink(_folder.file("elsewhere"), *folder);
     EXPECT_EQ(linkSocketFolder(), std::nullopt) << "a link to another place";
-    if (former != nullptr) {
-        setenv("XDG_RUNTIME_DIR", before.c_str(), 1);
-    } else {
-        unsetenv("XDG_RUNTIME_DIR");
-    }
 }
 
 }  // namespace

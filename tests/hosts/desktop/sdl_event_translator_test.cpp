@@ -6,8 +6,6 @@
 #include <SDL_touch.h>
 #include <cstring>
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 #include "hosts/desktop/frame_pacer.h"
 

@@ -2,10 +2,7 @@
 // Every other scenario relies on it.
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
 
-#include "platform/foundation/cf_time.h"
 #include "tests/support/headless_screen.h"
 
 namespace {
@@ -30,31 +27,6 @@ class HeadlessHostTest : public HeadlessScreenTest {
 bool samePicture(const CGImageRef& a, const CGImageRef& b) {
     return a && b && a->width() == b->width() && a->height() == b->height() &&
            std::ranges::equal(a->pixels(), b->pixels());
-}
-
-TEST_F(HeadlessHostTest, TheScreenShowsTheSetUprightAndOpaque) {
-    start();
-    const CGImageRef picture = host->screenPicture();
-    ASSERT_TRUE(picture);
-    EXPECT_EQ(picture->width(), 320);
-    EXPECT_EQ(picture->height(), 180);
-    EXPECT_EQ(picture->colorAt(220, 90), (CGImage::Color{0, 0, 0, 255})) << "the origin of the plane";
-    EXPECT_NE(picture->colorAt(5, 5), (CGImage::Color{0, 0, 0, 255}));
-    screen->menuView->setHidden(true);
-    host->step();
-    const CGImageRef bare = host->screenPicture();
-    EXPECT_TRUE(std::ranges::equal(picture->row(60), bare->row(60)));
-    EXPECT_FALSE(std::ranges::equal(picture->row(160), bare->row(160))) << "the toolbar is gone";
-    EXPECT_EQ(openGLErrors(), "");
-}
-
-TEST_F(HeadlessHostTest, TimeIsTheHostsAloneAndFramesCostNone) {
-    start();
-    const double before = CFAbsoluteTimeGetCurrent();
-    host->play(2);
-    EXPECT_NEAR(CFAbsoluteTimeGetCurrent() - before, 2, 1e-9);
-    EXPECT_NEAR(host->application().time(), host->time() - HeadlessHost::kFrame, 1e-9);
-    EXPECT_EQ(screen->shader()->dwell(), 256);
 }
 
 TEST_F(HeadlessHostTest, ALostContextIsRebuiltAndTheNextFrameIsRight) {
@@ -84,19 +56,6 @@ TEST_F(HeadlessHostTest, HiddenItDrawsNothingAndRebuildsALostContextLater) {
     EXPECT_TRUE(samePicture(before, host->screenPicture())) << host->script();
 }
 
-TEST_F(HeadlessHostTest, ResizingResizesThePicture) {
-    start();
-    host->resize({200, 100}, 2);
-    host->step();
-    const CGImageRef picture = host->screenPicture();
-    ASSERT_TRUE(picture);
-    EXPECT_EQ(picture->width(), 400);
-    EXPECT_EQ(picture->height(), 200);
-    EXPECT_EQ(openGLErrors(), "");
-    start({200, 100}, 2);
-    EXPECT_TRUE(samePicture(picture, host->screenPicture())) << "as if it had started like that";
-}
-
 TEST_F(HeadlessHostTest, TilesOfAnySizeMeetWithoutASeam) {
     start({1500, 1000}, 2);
     const auto drawn = [this](int32_t maxTile) {
@@ -117,15 +76,6 @@ TEST_F(HeadlessHostTest, TilesOfAnySizeMeetWithoutASeam) {
     int bands = 0;
     EXPECT_FALSE(screen->glkView()->snapshotInTiles(100, [&](auto, int32_t) { return ++bands < 2; }));
     EXPECT_EQ(bands, 2) << "stopped";
-}
-
-TEST_F(HeadlessHostTest, TheScriptReadsAsItWasPlayed) {
-    start();
-    host->press(HostKey::space);
-    host->step();
-    const std::string script = host->script();
-    EXPECT_THAT(script, testing::StartsWith("step 0.016667 (2 times)\nkey space 0.03333"));
-    EXPECT_THAT(script, testing::EndsWith("\nstep 0.016667\n"));
 }
 
 TEST_F(HeadlessHostTest, WithoutResourcesItRefusesToStart) {

@@ -2,14 +2,11 @@
 // Calls that would break Cairo's context for good must not.
 #include <cmath>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <limits>
 
 #include "hosts/native/native_canvas_provider.h"
 
 namespace {
-
-using ::testing::Each;
 
 struct Pixel {
     int blue, green, red, alpha;
@@ -47,25 +44,12 @@ class CairoCanvas : public ::testing::Test {
 };
 
 TEST_F(CairoCanvas, HasOnlyPossibleSizes) {
-    EXPECT_THAT(canvas->pixels(), Each(0));
+    EXPECT_THAT(canvas->pixels(), testing::Each(0));
     EXPECT_EQ(canvas->pixels().size(), 100U * 60 * 4);
     EXPECT_EQ(provider.makeBitmapCanvas(0, 5), nullptr);
     EXPECT_EQ(provider.makeBitmapCanvas(5, -1), nullptr);
     EXPECT_EQ(provider.makeBitmapCanvas(40000, 5), nullptr);
     EXPECT_NE(provider.makeBitmapCanvas(1, 1), nullptr);
-}
-
-TEST_F(CairoCanvas, FillsByTheRuleAskedFor) {
-    auto frame = UIBezierPath::bezierPathWithRect({{10, 10}, {40, 40}});
-    frame.appendPath(UIBezierPath::bezierPathWithRect({{20, 20}, {20, 20}}));
-    canvas->fillPath(frame, FillRule::evenOdd, red);
-    EXPECT_EQ(at(15, 15), redPixel);
-    EXPECT_EQ(at(30, 30), clearPixel);
-    canvas->fillPath(frame, FillRule::nonZero, red);
-    EXPECT_EQ(at(30, 30), redPixel);
-    EXPECT_EQ(painted(), CGRectMake(10, 10, 40, 40));
-    canvas->fillRect({{60, 10}, {5, 5}}, {1, 1, 1, 0.5});
-    EXPECT_EQ(at(62, 12), (Pixel{128, 128, 128, 128})) << "premultiplied";
 }
 
 TEST_F(CairoCanvas, ClipsAndGetsBackOut) {
@@ -108,16 +92,6 @@ TEST_F(CairoCanvas, LayersBlendAsOnePicture) {
     EXPECT_EQ(at(37, 32), clearPixel);
     canvas->fillRect({{0, 50}, {1, 1}}, red);
     EXPECT_EQ(at(0, 50), redPixel) << "the layer's translation ends with it";
-}
-
-TEST_F(CairoCanvas, StrokesWithRoundEnds) {
-    UIBezierPath line;
-    line.moveToPoint({20, 30});
-    line.addLineToPoint({60, 30});
-    canvas->strokePath(line, 10, red);
-    EXPECT_EQ(painted(), CGRectMake(15, 25, 50, 10));
-    EXPECT_EQ(at(15, 25).alpha, 0) << "a square end";
-    EXPECT_EQ(at(16, 30).alpha, 255);
 }
 
 TEST_F(CairoCanvas, DrawsImagesIntoTheirRectangle) {
@@ -217,6 +191,16 @@ TEST_F(CairoCanvas, LongSingleLinesEndInAnEllipsis) {
     EXPECT_GT(painted().origin.x, 100);
     draw("l", NSTextAlignment::center);
     EXPECT_NEAR(CGRectGetMidX(painted()), 60, 2);
+}
+
+TEST_F(CairoCanvas, LeftIsLeftWhicheverWayTheTextRuns) {
+    for (const char* const text : {"abc", "\u062d\u0648\u0644", "(1) \u062d\u0648\u0644"}) {
+        for (const auto alignment : {NSTextAlignment::left, NSTextAlignment::right}) {
+            canvas->clearRect({{0, 0}, {100, 60}});
+            canvas->drawText(text, UIFont::systemFontOfSize(14), red, {{0, 0}, {100, 40}}, alignment, false);
+            EXPECT_EQ(CGRectGetMidX(painted()) < 50, alignment == NSTextAlignment::left) << text;
+        }
+    }
 }
 
 TEST_F(CairoCanvas, TextOfAnyBytesIsDrawn) {

@@ -2,11 +2,8 @@
 // A setting is worth little if the machine's worst moment loses it.
 #include "hosts/native/file_preferences_store.h"
 
-#include <cstdlib>
 #include <fcntl.h>
-#include <functional>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <set>
@@ -15,10 +12,10 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <vector>
 
 #include "hosts/native/atomic_file.h"
 #include "platform/foundation/ns_user_defaults.h"
+#include "tests/support/environment_variable.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/temporary_folder.h"
@@ -26,7 +23,6 @@
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::EndsWith;
 using ::testing::HasSubstr;
 
 constexpr uid_t nobody = 65534;
@@ -197,7 +193,7 @@ TEST(FilePreferencesStore, RefusesHugeFiles) {
     writeFile(path, std::string(FilePreferencesStore::largestFile + 1, ' '));
     FilePreferencesStore store(path);
     EXPECT_FALSE(store.load().has_value());
-    EXPECT_THAT(store.lastError(), EndsWith("it is larger than 1 MiB"));
+    EXPECT_THAT(store.lastError(), testing::EndsWith("it is larger than 1 MiB"));
 }
 
 TEST(FilePreferencesStore, SaysWhyItCannotSaveAndChangesNothing) {
@@ -247,20 +243,16 @@ TEST(FilePreferencesStore, AFullDiskLeavesTheOldSettings) {
 }
 
 TEST(FilePreferencesStore, FindsTheUsersFolder) {
-    const auto pathWith = [](const char* config, const char* home) {
-        config ? ::setenv("XDG_CONFIG_HOME", config, 1) : ::unsetenv("XDG_CONFIG_HOME");
-        home ? ::setenv("HOME", home, 1) : ::unsetenv("HOME");
-        return FilePreferencesStore::defaultPath();
-    };
-    const char* const config = std::getenv("XDG_CONFIG_HOME");
-    const char* const home = std::getenv("HOME");
-    const std::string formerConfig = config ? config : "";
-    const std::string formerHome = home ? home : "";
-    EXPECT_EQ(pathWith("/c", "/h"), "/c/zentaro/settings.json");
-    EXPECT_EQ(pathWith("relative", "/h"), "/h/.config/zentaro/settings.json");
-    EXPECT_EQ(pathWith("", "/h"), "/h/.config/zentaro/settings.json");
-    EXPECT_EQ(pathWith(nullptr, "/h"), "/h/.config/zentaro/settings.json");
-    pathWith(config ? formerConfig.c_str() : nullptr, home ? formerHome.c_str() : nullptr);
+    const EnvironmentVariable home("HOME", "/h");
+    const std::string underHome = "/h/.config/zentaro/settings.json";
+    const std::pair<std::optional<std::string>, std::string> cases[] = {{"/c", "/c/zentaro/settings.json"},
+                                                                        {"relative", underHome},
+                                                                        {"", underHome},
+                                                                        {std::nullopt, underHome}};
+    for (const auto& [folder, path] : cases) {
+        const EnvironmentVariable config("XDG_CONFIG_HOME", folder);
+        EXPECT_EQ(FilePreferencesStore::defaultPath(), path);
+    }
 }
 
 }  // namespace

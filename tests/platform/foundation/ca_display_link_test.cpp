@@ -3,9 +3,7 @@
 #include "platform/foundation/ca_display_link.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <limits>
-#include <string>
 
 #include "tests/support/log_capture.h"
 

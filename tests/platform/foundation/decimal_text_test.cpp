@@ -5,7 +5,6 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <gtest/gtest.h>
 #include <random>
 

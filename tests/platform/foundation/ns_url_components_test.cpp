@@ -10,7 +10,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Optional;
 
 std::string shown(const std::optional<std::string_view>& part) {
@@ -118,7 +117,7 @@ TEST(NSURLComponents, SplitQueries) {
         return NSURLComponents::componentsWithString(url)->queryItems();
     };
     EXPECT_EQ(items("/a"), std::nullopt);
-    EXPECT_THAT(items("/a?"), Optional(IsEmpty()));
+    EXPECT_THAT(items("/a?"), Optional(testing::IsEmpty()));
     EXPECT_THAT(items("/a?k=1&k&=2&&k=a=b+c&"),
                 Optional(ElementsAre(NSURLQueryItem{"k", "1"}, NSURLQueryItem{"k", std::nullopt},
                                      NSURLQueryItem{"", "2"}, NSURLQueryItem{"", std::nullopt},

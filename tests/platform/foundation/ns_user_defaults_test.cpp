@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <limits>
 #include <nlohmann/json.hpp>
 
@@ -14,7 +13,6 @@
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 /// Refuses while told to, and counts what it is asked.
 class CountingStore : public MemoryPreferencesStore {
@@ -110,7 +108,7 @@ TEST(NSUserDefaults, DamagedTextIsSetAsideWithOneLine) {
         LogCapture log;
         auto store = std::make_shared<MemoryPreferencesStore>(text);
         NSUserDefaults defaults(store);
-        EXPECT_THAT(log.lines, ElementsAre(HasSubstr("damaged"))) << text.substr(0, 20);
+        EXPECT_THAT(log.lines, ElementsAre(testing::HasSubstr("damaged"))) << text.substr(0, 20);
         EXPECT_EQ(store->damagedText(), text);
         EXPECT_FALSE(defaults.hasKey("a"));
         defaults.setInteger(2, "a");

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <numbers>
 #include <random>
-#include <string>
 
 namespace {
 
@@ -57,26 +56,11 @@ TEST(SVGPath, EveryCommandAbsoluteAndRelative) {
 
 TEST(SVGPath, MalformedTextIsNoPath) {
     using namespace std::string_literals;
-    const std::string cases[] = {"L1 1",
-                                 "1 1",
-                                 "M",
-                                 "M1,,1",
-                                 "M1 1 2",
-                                 "M1 1 X2 2",
-                                 "M1 1 Z 2 2",
-                                 "M1 1 C1 2 3 4 5",
-                                 "M1 1 L inf 1",
-                                 "M1 1 L nan 1",
-                                 "M1 1 L 1e 1",
-                                 "M1 1 L 0x10 1",
-                                 "M1 1 L 1e999 1",
-                                 "M1e308 1 l 1e308 1",
-                                 "M0 0A5 5 0 2 1 4 4",
-                                 "M0 0A5 5 0 1 4 4",
-                                 "M0 0A1e-300 1e-300 0 0 1 1e300 1e300",
-                                 "M1 1\0"s,
-                                 "\xff"};
-    for (const std::string& text : cases)
+    for (const std::string& text :
+         {"L1 1"s, "1 1"s, "M"s, "M1,,1"s, "M1 1 2"s, "M1 1 X2 2"s, "M1 1 Z 2 2"s, "M1 1 C1 2 3 4 5"s,
+          "M1 1 L inf 1"s, "M1 1 L nan 1"s, "M1 1 L 1e 1"s, "M1 1 L 0x10 1"s, "M1 1 L 1e999 1"s,
+          "M1e308 1 l 1e308 1"s, "M0 0A5 5 0 2 1 4 4"s, "M0 0A5 5 0 1 4 4"s,
+          "M0 0A1e-300 1e-300 0 0 1 1e300 1e300"s, "M1 1\0"s, "\xff"s})
         EXPECT_FALSE(UIBezierPath::pathWithSVGData(text)) << text;
 }
 

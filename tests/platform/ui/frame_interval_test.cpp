@@ -3,7 +3,6 @@
 #include "platform/ui/frame_interval.h"
 
 #include <gtest/gtest.h>
-#include <vector>
 
 namespace {
 
@@ -27,12 +26,8 @@ TEST(FrameInterval, FollowsWhatFramesKeepToAndNotTheirHitches) {
         after(interval, i % 3 == 0 ? 4 : 1, 1);
     EXPECT_EQ(interval.refreshesPerFrame(), 1);
 
-    struct Step {
-        double refreshes;
-        int expected;
-    };
-    constexpr Step steps[] = {{2.1, 2},  {1.45, 2}, {1.35, 1}, {1.55, 1},
-                              {1.65, 2}, {4.8, 5},  {50, 6},   {0, 1}};
-    for (const Step& step : steps)
-        EXPECT_EQ(after(interval, step.refreshes, 93), step.expected) << step.refreshes;
+    constexpr std::pair<double, int> steps[] = {{2.1, 2},  {1.45, 2}, {1.35, 1}, {1.55, 1},
+                                                {1.65, 2}, {4.8, 5},  {50, 6},   {0, 1}};
+    for (const auto& [refreshes, expected] : steps)
+        EXPECT_EQ(after(interval, refreshes, 93), expected) << refreshes;
 }

@@ -3,8 +3,8 @@
 #include "platform/ui/ui_application.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
+#include "hosts/headless/scripted_window.h"
 #include "platform/foundation/ca_display_link.h"
 #include "platform/foundation/dispatch_queue.h"
 #include "platform/foundation/ns_notification_center.h"
@@ -16,7 +16,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using Story = std::vector<std::string>;
 
 class Screen : public UIViewController {
@@ -69,13 +68,8 @@ class Presenter : public FramePresenter {
     Story& story;
 };
 
-class Window : public WindowControl {
+class Window : public ScriptedWindow {
   public:
-    bool isFullscreen() const override { return false; }
-    void setFullscreen(bool) override {}
-    void setIdleTimerDisabled(bool) override {}
-    std::string clipboardText() override { return ""; }
-    void setClipboardText(const std::string&) override {}
     void requestQuit() override { ++quits; }
     int quits = 0;
 };
@@ -170,7 +164,7 @@ TEST_F(UIApplicationTest, ClockCountsWhatWasShown) {
     app.handle(HostVisibility{false});
     story.clear();
     app.frame(5000);
-    EXPECT_THAT(story, IsEmpty()) << "hidden";
+    EXPECT_THAT(story, testing::IsEmpty()) << "hidden";
     app.handle(HostVisibility{true});
     app.frame(9000);
     EXPECT_EQ(app.time(), 2.5);
@@ -184,7 +178,7 @@ TEST_F(UIApplicationTest, LifeIsToldInThePlatformsOrder) {
                                    "DidBecomeActive", "WillTerminate", "DidReceiveMemoryWarning"}) {
         NSNotificationCenter::defaultCenter().addObserver(
             listener, "UIApplication" + name + "Notification", nullptr,
-            [this, name] { story.push_back("posted " + name); });
+            [this, name](const NSNotification&) { story.push_back("posted " + name); });
     }
     const std::pair<HostEvent, Story> steps[] = {
         {HostLifecycle::didBecomeActive, {}},  // it is active already
@@ -236,47 +230,6 @@ TEST_F(UIApplicationTest, ResizeReachesScreenWindowAndViews) {
         EXPECT_EQ(log.lines.size(), 1u);
         EXPECT_EQ(root->view()->frame(), CGRectMake(0, 0, 844, 390));
     }
-}
-
-TEST_F(UIApplicationTest, PresentedScreenComesHasTheKeysAndGoes) {
-    launch();
-    HostKeyPress press;
-    press.text = "c";
-    app.handle(press);
-    const auto about = std::make_shared<Screen>("about", story);
-    root->presentViewController(about, true);
-    app.handle(press);
-    EXPECT_THAT(story, ElementsAre("root key c", "about loads", "root will disappear", "about will appear",
-                                   "about key c"));
-    EXPECT_EQ(about->view()->frame(), CGRectMake(0, 0, 1280, 720));
-    app.handle(HostResize{{844, 390}, 1});
-    EXPECT_EQ(about->view()->frame(), CGRectMake(0, 0, 844, 390));
-    app.frame(0);
-    app.frame(1);
-    EXPECT_EQ(about->view()->presentationAlpha(), 1);
-    story.clear();
-    root->dismissViewController(true);
-    EXPECT_THAT(story, ElementsAre("about will disappear", "root will appear"));
-    story.clear();
-    root->presentViewController(about, true);
-    app.frame(1.1);
-    app.frame(2);
-    EXPECT_NE(about->view()->window(), nullptr) << "presented again while it faded away";
-    EXPECT_EQ(about->view()->presentationAlpha(), 1);
-    root->dismissViewController(false);
-    EXPECT_EQ(about->view()->window(), nullptr);
-    EXPECT_EQ(root->presentedViewController(), nullptr);
-}
-
-TEST_F(UIApplicationTest, NewRootReplacesTheOldOne) {
-    launch();
-    const auto other = std::make_shared<Screen>("other", story);
-    const auto former = root->view();
-    delegate->shownWindow->setRootViewController(other);
-    EXPECT_THAT(story, ElementsAre("root will disappear", "root did disappear", "other loads",
-                                   "other will appear", "other did appear"));
-    EXPECT_EQ(former->superview(), nullptr);
-    EXPECT_EQ(other->laidOut, CGRectMake(0, 0, 1280, 720));
 }
 
 }  // namespace

@@ -77,25 +77,6 @@ TEST_F(UIToolbarTest, ShrinksButNeverOverlaps) {
     }
 }
 
-TEST_F(UIToolbarTest, SpreadsItsButtonsEvenlyWithoutSpaces) {
-    layOut(1000, 3);
-    const auto frames = buttonsOf(*bar);
-    EXPECT_NEAR(CGRectGetMidX(frames[1]), 500, 1);
-    EXPECT_NEAR(frames[0].origin.x, 1000 - CGRectGetMaxX(frames[2]), 1);
-    EXPECT_GT(frames[0].origin.x, 100);
-}
-
-TEST_F(UIToolbarTest, RemovedItemLosesItsButtonAndTheOthersStay) {
-    layOut(844, 3);
-    const auto kept = items[2]->view();
-    const auto removed = items[1];
-    items.erase(items.begin() + 1);
-    layOut(844, 2);
-    EXPECT_EQ(bar->subviews().size(), 2u);
-    EXPECT_EQ(removed->view(), nullptr);
-    EXPECT_EQ(items[1]->view(), kept);
-}
-
 TEST_F(UIToolbarTest, KeepsToItsMaximumWidthAndLeavesTheRestAlone) {
     bar->setBackgroundColor(UIColor::black());
     bar->setMaximumWidth(400);

@@ -1,7 +1,6 @@
 // Where touches go: views, recognisers, bars that swallow them, fingers that get lost.
 // Hosts may deliver touches late, twice or never.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sstream>
 
 #include "platform/ui/ui_gesture_recognizer.h"
@@ -159,15 +158,8 @@ TEST_F(UITouchTest, ButtonMayTakeItsBarAway) {
     EXPECT_TRUE(fractal->subviews().empty());
 }
 
-struct Tap {
-    const char* name;
-    CGPoint moved;
-    double duration;
-    int taps;
-};
-
 TEST_F(UITouchTest, TapIsShortAndStill) {
-    const Tap table[] = {
+    const std::tuple<const char*, CGPoint, double, int> table[] = {
         {"short and still", {0, 0}, 0.1, 1},
         {"10 points", {6, 8}, 0.1, 1},
         {"just over 10 points", {6.1, 8}, 0.1, 0},
@@ -175,17 +167,17 @@ TEST_F(UITouchTest, TapIsShortAndStill) {
         {"longer", {0, 0}, 0.7501, 0},
     };
     double time = 0;
-    for (const Tap& row : table) {
+    for (const auto& [name, by, duration, expected] : table) {
         taps = 0;
         began(onFractal, time);
-        moved({onFractal.x + row.moved.x, onFractal.y + row.moved.y}, time);
+        moved({onFractal.x + by.x, onFractal.y + by.y}, time);
         moved(onFractal, time);
-        ended(onFractal, time + row.duration);
-        EXPECT_EQ(taps, row.taps) << row.name;
+        ended(onFractal, time + duration);
+        EXPECT_EQ(taps, expected) << name;
         taps = 0;
         began(onFractal, time + 1);
-        ended({onFractal.x + row.moved.x, onFractal.y + row.moved.y}, time + 1 + row.duration);
-        EXPECT_EQ(taps, row.taps) << row.name << ", seen at the lift only";
+        ended({onFractal.x + by.x, onFractal.y + by.y}, time + 1 + duration);
+        EXPECT_EQ(taps, expected) << name << ", seen at the lift only";
         time += 10;
     }
 }

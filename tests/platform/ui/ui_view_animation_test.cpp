@@ -2,8 +2,6 @@
 // What is on screen must never jump, and every completion must run once.
 #include <cmath>
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 #include "platform/ui/ui_view.h"
 #include "platform/ui/ui_window.h"
@@ -128,21 +126,6 @@ TEST_F(UIViewAnimationTest, OneOfTwoChangesReplacedLetsTheOtherFinish) {
     EXPECT_EQ(view->presentationFrame(), view->frame());
 }
 
-TEST_F(UIViewAnimationTest, SetTwiceInOneBlockItRunsFromTheFirstToTheLast) {
-    UIView::animateWithDuration(
-        1, 0, UIViewAnimationOptionNone,
-        [&] {
-            view->setAlpha(0.5);
-            view->setAlpha(0);
-        },
-        note("twice"));
-    EXPECT_EQ(view->presentationAlpha(), 1);
-    step(10.5);
-    EXPECT_DOUBLE_EQ(view->presentationAlpha(), 0.5);
-    step(11);
-    EXPECT_EQ(story, Story{"twice finished"});
-}
-
 TEST_F(UIViewAnimationTest, CompletionsRunInTheOrderOfTheEndsWhateverTheStep) {
     auto other = std::make_shared<UIView>();
     auto third = std::make_shared<UIView>();
@@ -155,17 +138,6 @@ TEST_F(UIViewAnimationTest, CompletionsRunInTheOrderOfTheEndsWhateverTheStep) {
     EXPECT_EQ(story, (Story{"short finished", "long finished", "long too finished"}));
 }
 
-TEST_F(UIViewAnimationTest, CompletionMayStartTheNextAnimation) {
-    UIView::animateWithDuration(
-        1, 0, 0, [&] { view->setAlpha(0); }, [&](bool) { fade("second", 1); });
-    step(11);
-    EXPECT_EQ(view->presentationAlpha(), 0);
-    step(11.5);
-    EXPECT_DOUBLE_EQ(view->presentationAlpha(), 0.5);
-    step(12);
-    EXPECT_EQ(story, Story{"second finished"});
-}
-
 TEST_F(UIViewAnimationTest, DeadViewEndsItsAnimationUnfinished) {
     fade("fade", 0);
     step(10.5);
@@ -173,21 +145,6 @@ TEST_F(UIViewAnimationTest, DeadViewEndsItsAnimationUnfinished) {
     step(10.6);
     EXPECT_EQ(story, Story{"fade interrupted"});
     EXPECT_FALSE(ViewAnimator::shared().isRunning());
-}
-
-TEST_F(UIViewAnimationTest, InnerBlockTakesItsOwnChanges) {
-    auto other = std::make_shared<UIView>();
-    UIView::animateWithDuration(
-        1, 0, 0,
-        [&] {
-            UIView::animateWithDuration(
-                0.5, 0, 0, [&] { other->setAlpha(0); }, note("inner"));
-            view->setAlpha(0);
-        },
-        note("outer"));
-    step(10.5);
-    EXPECT_EQ(story, Story{"inner finished"});
-    EXPECT_DOUBLE_EQ(view->presentationAlpha(), 0.5);
 }
 
 TEST_F(UIViewAnimationTest, SubviewsAreResizedAlong) {

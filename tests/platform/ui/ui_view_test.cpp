@@ -1,7 +1,6 @@
 // The tree of views: autoresizing, hit testing, painting, labels.
 // Painting is looked at through a canvas that records its calls.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "platform/ui/ui_control.h"
 #include "platform/ui/ui_window.h"
@@ -19,16 +18,10 @@ std::shared_ptr<UIView> makeView(CGRect frame, UIColor color = UIColor::clear())
     return view;
 }
 
-struct Resizing {
-    const char* name;
-    uint32_t mask;
-    CGRect expected;
-};
-
 TEST(UIView, AutoresizingGivesTheGrowthToWhatIsFlexible) {
     // From 100 x 100 to 200 x 300; margins 10, 60 across and 20, 40 down.
     const CGRect start = CGRectMake(10, 20, 30, 40);
-    const Resizing table[] = {
+    const std::tuple<const char*, uint32_t, CGRect> table[] = {
         {"nothing", UIViewAutoresizingNone, start},
         {"width and top margin", UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleTopMargin,
          CGRectMake(10, 220, 130, 40)},
@@ -40,15 +33,15 @@ TEST(UIView, AutoresizingGivesTheGrowthToWhatIsFlexible) {
         {"left margin and width share 1 to 3",
          UIViewAutoresizingFlexibleLeftMargin | UIViewAutoresizingFlexibleWidth, CGRectMake(35, 20, 105, 40)},
     };
-    for (const Resizing& row : table) {
+    for (const auto& [name, mask, expected] : table) {
         const auto parent = makeView(CGRectMake(0, 0, 100, 100));
         const auto child = makeView(start);
-        child->setAutoresizingMask(row.mask);
+        child->setAutoresizingMask(mask);
         parent->addSubview(child);
         parent->setFrame(CGRectMake(0, 0, 200, 300));
-        EXPECT_EQ(child->frame(), row.expected) << row.name << ": " << NSStringFromCGRect(child->frame());
+        EXPECT_EQ(child->frame(), expected) << name << ": " << NSStringFromCGRect(child->frame());
         parent->setFrame(CGRectMake(0, 0, 100, 100));
-        EXPECT_EQ(child->frame(), start) << row.name << ", and back";
+        EXPECT_EQ(child->frame(), start) << name << ", and back";
     }
 }
 
@@ -122,7 +115,7 @@ TEST(UIView, LayersOnlyWhereSomethingIsSeenThrough) {
     const std::string fill = "fill {{10, 10}, {40, 40}}";
     EXPECT_EQ(painted(), Lines{fill});
     panel->setAlpha(0.5);
-    EXPECT_EQ(painted(), (Lines{"layer 0.5", fill, "end layer"}));
+    EXPECT_EQ(painted(), (Lines{"clip {{-6, -6}, {72, 72}}", "layer 0.5", fill, "end layer"}));
     panel->setAlpha(0);
     EXPECT_EQ(painted(), Lines{});
     EXPECT_TRUE(CGRectIsNull(root->paintedFrame()));
