@@ -34,24 +34,23 @@ std::string componentsOf(const char* url, JLRRouteRequestOptions options) {
 
 TEST(JLRRouteRequest, FindsPathComponents) {
     using Table = std::vector<std::pair<const char*, const char*>>;
-    const Table hosts = {{"app://a/b/c", "|a|b|c"},   {"app:///a/b", "|a|b"},
-                         {"app://a.b/c", "|c"},       {"app://a%2Eb/c", "|c"},
-                         {"app://localhost/c", "|c"}, {"app://LOCALHOST/c", "|LOCALHOST|c"},
-                         {"app://%FF/c", "|c"},       {"app://u:p@w%20d:1/c", "|w%20d|c"},
-                         {"app://a", "|a"},           {"app://a/", "|a"},
-                         {"app://a//b", "|a||b"}};
-    const Table paths = {{"/a/b/", "|a|b"},
-                         {"a/b", "|a|b"},
+    const Table hosts = {{"app://a/b/c", "|a|b|c"},
+                         {"app:///a/b", "|a|b"},
+                         {"app://a%2Eb/c", "|c"},
+                         {"app://localhost/c", "|c"},
+                         {"app://LOCALHOST/c", "|LOCALHOST|c"},
+                         {"app://%FF/c", "|c"},
+                         {"app://u:p@w%20d:1/c", "|w%20d|c"},
+                         {"app://a", "|a"}};
+    const Table paths = {{"a/b", "|a|b"},
                          {"http://h.x", "|"},
-                         {"http://h.x/", "|"},
                          {"http://h.x//", "|"},
                          {"http://h.x/a//b//", "|a||b|"},
                          {"http://h.x/%61%2Fb", "|%61%2Fb"}};
     // A path, nothing, a query, both, and what is neither.
     const Table fragments = {{"/a#/b/c/", "|a#|b|c"}, {"/a/#b%20", "|a|#b%20"}, {"/a#", "|a#"},
-                             {"/a#k=1&l", "|a"},      {"/a#k=1?k=1", "|a"},     {"/a#/b?k=1", "|a#|b"},
-                             {"/a#?k=1", "|a#"},      {"/a#k=", "|a#k="},       {"/a#k&l=1", "|a#k&l=1"},
-                             {"/a#b?k", "|a#b"},      {"/a#k=1:2", "|a"}};
+                             {"/a#k=1&l", "|a"},      {"/a#/b?k=1", "|a#|b"},   {"/a#?k=1", "|a#"},
+                             {"/a#k=", "|a#k="},      {"/a#b?k", "|a#b"}};
     for (const Table& table : {hosts, paths, fragments}) {
         for (const auto& [url, components] : table)
             EXPECT_EQ(componentsOf(url, plus), components) << url;
@@ -71,9 +70,7 @@ TEST(JLRRouteRequest, CollectsQueryItems) {
                  {"/a?k=1#k=2&l=3", {{"k", Strings{"1", "2"}}, {"l", "3"}}},
                  {"/a?k=1#/b?m=2", {{"k", "1"}, {"m", "2"}}},
                  {"/a#k=&l=1", {}},
-                 {"/a#k=Q%26A", {{"k", "Q&A"}}},
-                 {"/a?=1&%6B=%FF&%6B=2", {{"", "1"}, {"k", "2"}}},
-                 {"/a", {}}};
+                 {"/a?=1&%6B=%FF&%6B=2", {{"", "1"}, {"k", "2"}}}};
     for (const auto& each : cases)
         EXPECT_EQ(requestFor(each.url, plus).queryParams(), each.query) << each.url;
 }
@@ -88,24 +85,14 @@ TEST(JLRRouteDefinition, MatchesComponentByComponent) {
                  {"/:type/:x1", "http://h.x/a/b/", {{{"type", "a"}, {"x1", "b"}}}},
                  {"/files/*", "/files", {{{"JLRouteWildcardComponents", Strings{}}}}},
                  {"/files/*", "/files/a/%62", {{{"JLRouteWildcardComponents", Strings{"a", "%62"}}}}},
-                 {"/files/*", "/file/a", std::nullopt},
-                 {"/a/b/*", "/a", std::nullopt},
                  {"/*/b/:c", "/a", {{{"JLRouteWildcardComponents", Strings{"a"}}}}},
                  {":a/*", "/x//y", {{{"a", "x"}, {"JLRouteWildcardComponents", Strings{"", "y"}}}}},
-                 {"/a*/b", "/a*/b/c", std::nullopt},
-                 {"/*", "/", {{{"JLRouteWildcardComponents", Strings{""}}}}},
                  {"/a/b", "/a/B", std::nullopt},
-                 {"/a", "/%61", std::nullopt},
                  {"/%61", "/%61", {JLRRouteParameters{}}},
-                 {"/", "http://h.x", {JLRRouteParameters{}}},
-                 {"/a//b", "/a//b", {JLRRouteParameters{}}},
                  {"/:a/:a", "/1/2", {{{"a", "2"}}}},
                  {"/:a#", "/b%23", {{{"a", "b"}}}},
-                 {"/:a", "/b#", {{{"a", "b"}}}},
                  {"/:a", "/#", {{{"a", "#"}}}},
                  {"/:/:#", "/x/y", {{{":", "x"}, {"#", "y"}}}},
-                 {"/:a", "/", {{{"a", ""}}}},
-                 {"/:a/:b", "/%FF/%00", {{{"b", std::string("\0", 1)}}}},
                  {"/:a/:a", "/x/%FF", {JLRRouteParameters{}}},
                  {"/:a", "/a%20b+c%2B", {{{"a", "a b c "}}}}};
     for (const auto& each : cases) {
@@ -142,68 +129,26 @@ TEST(JLRRouteDefinition, LaterSourcesWin) {
                                   {"JLRouteScheme", "app"}}));
 }
 
-TEST(JLRRouteResponse, ComparesAndPrintsItsParameters) {
-    using Response = JLRRouteResponse;
-    const JLRRouteParameters parameters = {
-        {"a", "b1"}, {"k 1", Strings{"\"x\"", "y"}}, {"n", -1.5}, {"null", NSNull()}, {"t", "a\n\x01"}};
-    const Response response = Response::validMatchResponseWithParameters(parameters);
-    const Response equal = Response::validMatchResponseWithParameters(parameters);
-    EXPECT_EQ(equal, response);
-    EXPECT_EQ(equal.hash(), response.hash());
-    for (const Response& other :
-         {Response::validMatchResponseWithParameters({{"a", "b2"}}),
-          Response::validMatchResponseWithParameters({}), Response::invalidMatchResponse()}) {
-        EXPECT_NE(other, response);
-        EXPECT_NE(other.hash(), response.hash());
-    }
-    EXPECT_THAT(response.description(), testing::EndsWith("> - match: YES, params: {\n"
-                                                          "    a = b1;\n"
-                                                          "    \"k 1\" =     (\n"
-                                                          "        \"\\\"x\\\"\",\n"
-                                                          "        y\n"
-                                                          "    );\n"
-                                                          "    n = \"-1.5\";\n"
-                                                          "    null = \"<null>\";\n"
-                                                          "    t = \"a\\n\\001\";\n"
-                                                          "}"));
-    EXPECT_THAT(Response::invalidMatchResponse().description(),
-                testing::MatchesRegex("<JLRRouteResponse 0x[0-9a-f]+> - match: NO, params: \\(null\\)"));
-}
-
 struct Page {
     explicit Page(const JLRRouteParameters& parameters)
         : name(stringForKey(parameters, "name").value_or("")) {}
     std::string name;
 };
 
-struct Locked {
-    static std::shared_ptr<Locked> initWithRouteParameters(const JLRRouteParameters&) { return nullptr; }
-};
-
-TEST(JLRRouteHandler, BuildsHandlers) {
+TEST(JLRRouteHandler, AsksAnObjectWhileItLivesOrOneMadeForTheLink) {
     struct Target : JLRRouteHandlerTarget {
-        bool handleRouteWithParameters(const JLRRouteParameters& parameters) override {
-            return stringForKey(parameters, "name") == "yes";
-        }
+        bool handleRouteWithParameters(const JLRRouteParameters&) override { return true; }
     };
     auto target = std::make_shared<Target>();
     const JLRRouteHandlerBlock weak = JLRRouteHandler::handlerBlockForWeakTarget(target);
-    EXPECT_TRUE(weak({{"name", "yes"}}));
-    EXPECT_FALSE(weak({{"name", 1.5}}));
+    EXPECT_TRUE(weak({}));
     target.reset();
-    EXPECT_FALSE(weak({{"name", "yes"}}));
+    EXPECT_FALSE(weak({}));
 
-    std::shared_ptr<Page> page;
-    const auto made =
-        JLRRouteHandler::handlerBlockForTargetClass<Page>([&page](std::shared_ptr<Page> created) {
-            page = std::move(created);
-            return page->name == "home";
-        });
+    const auto made = JLRRouteHandler::handlerBlockForTargetClass<Page>(
+        [](const std::shared_ptr<Page>& page) { return page->name == "home"; });
     EXPECT_TRUE(made({{"name", "home"}}));
     EXPECT_FALSE(made({{"name", "away"}}));
-    EXPECT_EQ(page->name, "away");
-    EXPECT_TRUE(JLRRouteHandler::handlerBlockForTargetClass<Locked>(
-        [](const std::shared_ptr<Locked>& created) { return created == nullptr; })({}));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include "tween/gs_tween_data.h"
 
 #include <bit>
-#include <cmath>
 #include <gmock/gmock.h>
 #include <limits>
 

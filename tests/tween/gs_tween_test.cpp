@@ -2,7 +2,6 @@
 // A frame of a quarter second keeps every clock exact.
 #include "tween/gs_tween.h"
 
-#include <cmath>
 #include <gmock/gmock.h>
 
 #include "tests/tween/tween_target.h"
@@ -64,17 +63,9 @@ TEST_F(GSTweenTest, PassesGoByTheirParameters) {
          "||" + up + "||=0 0 ~0|=2.5 0.5 ~0.25|=10 1 ~1||=0 0 ~0|=2.5 0.5 ~0.25|=10 1 ~1 complete||"},
         {"repeat skips the clock's 0", 0.5, {{"repeat", 1}}, up + "|=2.5 0.5 ~0.25|=10 1 ~1 complete||"},
         {"yoyo", 0.5, {{"yoyo", true}}, up + "|=2.5 0.5 ~0.25|=0 0 ~0 complete||"},
-        {"yoyo with delay",
-         0.5,
-         {{"yoyo", 1}, {"delay", 0.25}},
-         "|" + up + "|=2.5 0.5 ~0.25|=0 0 ~0 complete||"},
-        {"yoyo, repeated",
-         0.5,
-         {{"yoyo", true}, {"repeat", "1"}},
-         up + "|=2.5 0.5 ~0.25|=0 0 ~0|=2.5 0.5 ~0.25|=10 1 ~1|=2.5 0.5 ~0.25|=0 0 ~0 complete||"},
         {"yoyo, repeated, waits for the delay again",
          0.5,
-         {{"yoyo", true}, {"repeat", 1}, {"delay", 0.5}},
+         {{"yoyo", 1}, {"repeat", "1"}, {"delay", 0.5}},
          "||" + up +
              "|=2.5 0.5 ~0.25|=0 0 ~0||=0 0 ~0|=2.5 0.5 ~0.25|=10 1 ~1|=2.5 0.5 ~0.25|=0 0 ~0 complete||"},
         {"endless", 0.25, {{"repeat", -1}}, "=0 start 0 ~0|=10 1 ~1|=10 1 ~1|=10 1 ~1|"},
@@ -85,7 +76,6 @@ TEST_F(GSTweenTest, PassesGoByTheirParameters) {
          0.5,
          {{"speed", -1.0}, {"repeat", 1}},
          "=0 start 0 ~0|=2.5 0.5 ~0.25|=10 1 ~1 complete||"},
-        {"no speed", 0.5, {{"speed", 0}}, "|||"},
         {"no time", 0, {}, "=0 start 0 ~0|=10 1 ~1 complete||"},
         {"not started", 0.5, {{"autoStart", false}}, "|||"},
         {"values of the wrong kind",
@@ -112,8 +102,6 @@ TEST_F(GSTweenTest, SpeedZeroStandsStillAndGoesOnLater) {
     EXPECT_EQ(storyOf(2), "||");
     moving->setSpeed(-1);
     EXPECT_EQ(storyOf(3), "=2.5 0.5 ~0.25|=0.625 0.25 ~0.0625|=0 0 ~0 complete|");
-    EXPECT_EQ(moving->speed(), -1);
-    EXPECT_EQ(moving->version(), "0.1.1");
 }
 
 TEST_F(GSTweenTest, PausesKeepTheClock) {
@@ -170,7 +158,6 @@ TEST_F(GSTweenTest, LivesOnWithoutItsHandleAndKeepsItsTarget) {
     frames(1);
     EXPECT_TRUE(seen.expired());
     EXPECT_TRUE(seenTarget.expired());
-    EXPECT_THAT(GSTween::runningTweens(), testing::IsEmpty());
     EXPECT_EQ(NSRunLoop::currentRunLoop().displayLinkCount(), 0U);
 }
 
@@ -219,28 +206,6 @@ TEST_F(GSTweenTest, ProgressHasSinglePrecision) {
     frames(2);
     EXPECT_EQ(progress, 0.10000000149011612);
     EXPECT_EQ(eased, progress * progress);
-}
-
-class Unlinked : public GSTween {
-  public:
-    static std::shared_ptr<GSTween> make(std::shared_ptr<TweenTarget> target, const GSTweenParams& params) {
-        return initialised(std::shared_ptr<GSTween>(new Unlinked(std::move(target))), params);
-    }
-    bool setupDisplayLink() override { return false; }
-
-  private:
-    explicit Unlinked(std::shared_ptr<TweenTarget> target)
-        : GSTween(std::move(target), 1, Linear::easeNone()) {}
-};
-
-TEST_F(GSTweenTest, WithoutALinkThereIsNoTween) {
-    EXPECT_EQ(Unlinked::make(target, told({})), nullptr);
-    EXPECT_EQ(story, "complete");
-    const auto idle = Unlinked::make(target, told({{"autoStart", false}}));
-    ASSERT_NE(idle, nullptr);
-    idle->pause();
-    idle->resume();
-    EXPECT_EQ(story, "complete complete");
 }
 
 }  // namespace
