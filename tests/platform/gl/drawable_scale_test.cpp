@@ -36,7 +36,6 @@ TEST(DrawableScale, SettlesWhereTheGPUKeepsUpAndStaysThere) {
         double factor;
     };
     const Case cases[] = {
-        {"fast", 10, 1, 1},
         {"in the band", 70, 1, 1},
         {"the limit alone suffices", 110, 1, 1},
         {"one step", 200, 1, 0.7071},

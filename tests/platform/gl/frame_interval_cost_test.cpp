@@ -11,9 +11,7 @@ TEST(FrameIntervalCost, IsTheMeanOfTheLastEightIntervals) {
         std::optional<double> cost;
     };
     const Case cases[] = {
-        {"nothing yet", {}, std::nullopt},
         {"too few", {16, 16, 16, 16, 16, 16, 16}, std::nullopt},
-        {"even", {16, 16, 16, 16, 16, 16, 16, 16}, 16},
         {"bursts", {20, 160, 20, 160, 20, 160, 20, 160, 20, 160, 20}, 90},
         {"what was slow before is forgotten", {500, 500, 500, 20, 20, 20, 20, 20, 20, 20, 20}, 20},
         {"a rest begins anew", {16, 16, 16, 16, 16, 16, 16, 16, 60000, 16, 16}, std::nullopt},
