@@ -70,10 +70,9 @@ TEST_P(SpringCurveTest, RestsAtItsDurationAndNotMuchSooner) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Springs, SpringCurveTest,
-                         testing::Values(Spring{1.5, 2, 0.75}, Spring{1.5, 2, 0.5}, Spring{1.5, 0, 1},
-                                         Spring{1, 0, 1}, Spring{1, 3, 0.5}, Spring{1 + 1e-7, 1, 1},
-                                         Spring{1 - 1e-7, 1, 1}, Spring{0.999, 0, 1}, Spring{0.5, 0, 0.4},
-                                         Spring{0.3, -4, 0.4}, Spring{0.7, 10, 0.6}, Spring{3, -2, 1}));
+                         testing::Values(Spring{1.5, 2, 0.75}, Spring{1.5, 2, 0.5}, Spring{1, 0, 1},
+                                         Spring{1, 3, 0.5}, Spring{1 + 1e-7, 1, 1}, Spring{1 - 1e-7, 1, 1},
+                                         Spring{0.5, 0, 0.4}, Spring{0.3, -4, 0.4}, Spring{3, -2, 1}));
 
 TEST(SpringCurve, AnswersSomethingForSenselessInput) {
     const double nan = std::nan("");
