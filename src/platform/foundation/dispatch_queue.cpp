@@ -1,5 +1,5 @@
-// The two queues.
-// Blocks always run outside the lock, so they may queue, drain and set executors themselves.
+// The main queue.
+// Blocks always run outside the lock, so they may queue and drain themselves.
 #include "platform/foundation/dispatch_queue.h"
 
 #include <utility>
@@ -9,23 +9,10 @@ DispatchQueue& DispatchQueue::mainQueue() {
     return queue;
 }
 
-DispatchQueue& DispatchQueue::backgroundQueue() {
-    static DispatchQueue queue;
-    return queue;
-}
-
 void DispatchQueue::async(std::function<void()> block) {
     if (!block) return;
-    Executor executor;
-    {
-        const std::lock_guard lock(_mutex);
-        if (!_executor) {
-            _blocks.push_back(std::move(block));
-            return;
-        }
-        executor = _executor;
-    }
-    executor(std::move(block));
+    const std::lock_guard lock(_mutex);
+    _blocks.push_back(std::move(block));
 }
 
 std::size_t DispatchQueue::drain() {
@@ -37,9 +24,4 @@ std::size_t DispatchQueue::drain() {
     for (auto& block : blocks)
         block();
     return blocks.size();
-}
-
-void DispatchQueue::setExecutor(Executor executor) {
-    const std::lock_guard lock(_mutex);
-    _executor = std::move(executor);
 }

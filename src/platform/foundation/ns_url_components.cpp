@@ -119,7 +119,6 @@ bool NSURLComponents::parseAuthority(std::string_view authority) {
 bool NSURLComponents::parseUserInfo(std::string_view userInfo) {
     const auto password = cut(userInfo, ':');
     _user = rangeOf(userInfo);
-    if (password) _password = rangeOf(*password);
     return isMadeOf(userInfo, inUser) && isMadeOf(password.value_or(""), inPassword);
 }
 

@@ -30,7 +30,6 @@ class NSURLComponents {
 
     std::optional<std::string_view> scheme() const { return view(_scheme); }
     std::optional<std::string_view> percentEncodedUser() const { return view(_user); }
-    std::optional<std::string_view> percentEncodedPassword() const { return view(_password); }
     std::optional<std::string_view> percentEncodedHost() const { return view(_host); }
     std::string_view percentEncodedPath() const { return view(_path).value_or(""); }
     std::optional<std::string_view> percentEncodedQuery() const { return view(_query); }
@@ -67,7 +66,6 @@ class NSURLComponents {
     std::string _string;
     std::optional<Range> _scheme;
     std::optional<Range> _user;
-    std::optional<Range> _password;
     std::optional<Range> _host;
     std::optional<Range> _port;
     std::optional<Range> _path;

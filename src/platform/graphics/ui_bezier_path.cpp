@@ -98,13 +98,6 @@ void UIBezierPath::appendPath(const UIBezierPath& other) {
         _elements.push_back(other._elements[i]);
 }
 
-void UIBezierPath::scaleAndMove(CGFloat scale, CGPoint offset) {
-    for (Element& element : _elements) {
-        for (CGPoint& p : element.points)
-            p = {p.x * scale + offset.x, p.y * scale + offset.y};
-    }
-}
-
 bool UIBezierPath::isFinite() const {
     return std::all_of(_elements.begin(), _elements.end(), [](const Element& element) {
         const auto points = usedPoints(element);

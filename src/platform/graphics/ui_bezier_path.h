@@ -32,8 +32,6 @@ class UIBezierPath {
     void addCurveToPoint(CGPoint end, CGPoint control1, CGPoint control2);
     void closePath();
     void appendPath(const UIBezierPath& other);
-    /// Every point p becomes p * scale + offset.
-    void scaleAndMove(CGFloat scale, CGPoint offset);
 
     const std::vector<Element>& elements() const { return _elements; }
     bool isEmpty() const { return _elements.empty(); }

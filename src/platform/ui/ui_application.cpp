@@ -234,7 +234,6 @@ void UIApplication::frame(HostTime time) {
         if (std::exchange(_firstFrameShown, true)) shown->layoutIfNeeded();
         _presenter->presentFrame(*shown, _time, shown->takeOverlayDirty());
     }
-    DispatchQueue::backgroundQueue().drain();
 }
 
 /// Callbacks that are added meanwhile wait for the next frame.

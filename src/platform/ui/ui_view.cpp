@@ -142,13 +142,6 @@ void UIView::insertSubviewAtIndex(const std::shared_ptr<UIView>& view, std::size
     kept->setNeedsDisplay();
 }
 
-void UIView::bringSubviewToFront(const std::shared_ptr<UIView>& view) {
-    const auto found = std::find(_subviews.begin(), _subviews.end(), view);
-    if (found == _subviews.end()) return;
-    std::rotate(found, found + 1, _subviews.end());
-    setNeedsDisplay();
-}
-
 void UIView::removeFromSuperview() {
     if (!_superview) return;
     setNeedsDisplay();

@@ -100,7 +100,6 @@ class UIView : public UIResponder, public std::enable_shared_from_this<UIView> {
     const std::vector<std::shared_ptr<UIView>>& subviews() const { return _subviews; }
     void addSubview(const std::shared_ptr<UIView>& view);
     void insertSubviewAtIndex(const std::shared_ptr<UIView>& view, std::size_t index);
-    void bringSubviewToFront(const std::shared_ptr<UIView>& view);
     void removeFromSuperview();
     virtual UIWindow* window() { return _superview ? _superview->window() : nullptr; }
 

@@ -39,3 +39,19 @@ TEST(ScrollMotion, EndsWithinTheEdgesAndGoesThereWithoutAJump) {
         EXPECT_NEAR(beyond, c.beyond, 6);
     }
 }
+
+TEST(ScrollMotion, ARubberBandGivesWayLessAndLessAndIsFoundAgainAtItsPull) {
+    double before = 0;
+    for (const double pull : {1.0, 50.0, 200.0, 1000.0, 1e6}) {
+        const double shown = rubberBand(pull, 300);
+        EXPECT_GT(shown, before);
+        EXPECT_LT(shown, std::min(pull, 300.0));
+        EXPECT_EQ(rubberBand(-pull, 300), -shown);
+        if (pull < 1e4) {
+            EXPECT_NEAR(rubberBandPull(shown, 300), pull, pull * 1e-9);
+        }
+        before = shown;
+    }
+    EXPECT_EQ(rubberBand(10, 0), 0);
+    EXPECT_TRUE(std::isfinite(rubberBandPull(300, 300)));
+}
