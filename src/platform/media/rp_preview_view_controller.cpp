@@ -226,6 +226,7 @@ bool RPPreviewViewController::keyPressed(const HostKeyPress& press) {
             scrubBy(keyStep);
             return true;
         case HostKey::escape:
+        case HostKey::back:
             finish();
             return true;
         default:

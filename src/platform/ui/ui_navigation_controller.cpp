@@ -178,11 +178,13 @@ void UINavigationController::show(const std::shared_ptr<UIViewController>& from,
     room->layoutIfNeeded();
     if (animated) coming->setFrame(CGRectOffset(place, way, 0));
     dressBar();
-    const auto arrived = [from, to, leaving, animated](bool) {
-        // It may have come back meanwhile.
-        if (!leaving->isUserInteractionEnabled()) leaving->removeFromSuperview();
-        from->viewDidDisappear(animated);
-        to->viewDidAppear(animated);
+    const auto arrived = [from, to, leaving, coming, animated](bool) {
+        // Either may be on its way back meanwhile.
+        if (!leaving->isUserInteractionEnabled()) {
+            leaving->removeFromSuperview();
+            from->viewDidDisappear(animated);
+        }
+        if (coming->isUserInteractionEnabled()) to->viewDidAppear(animated);
     };
     const auto slide = [leaving, coming, place, way] {
         coming->setFrame(place);

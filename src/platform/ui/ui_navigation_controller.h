@@ -8,7 +8,6 @@
 #include "platform/ui/ui_control.h"
 #include "platform/ui/ui_view_controller.h"
 
-class UINavigationBar;
 class NavigationView;
 
 class UINavigationController : public UIViewController {

@@ -87,7 +87,7 @@ class UIViewController : public UIResponder, public std::enable_shared_from_this
     virtual bool canPerformUnwindAction(const std::string& /*name*/) const { return false; }
     virtual void performUnwindAction(const std::string& /*name*/, const UIStoryboardSegue& /*segue*/) {}
     /// How many times the user can go back from here before the screen below shows.
-    virtual std::size_t stepsBack() const { return 0; }
+    virtual std::size_t stepsBack() const;
     /// The view's superview.
     UIResponder* nextResponder() override;
 
@@ -104,7 +104,8 @@ class UIViewController : public UIResponder, public std::enable_shared_from_this
     virtual bool prefersStatusBarHidden() const { return false; }
     virtual uint32_t supportedInterfaceOrientations() const { return UIInterfaceOrientationMaskAll; }
 
-    /// A key press that no view wanted. YES if it was used. Escape takes a presented screen away.
+    /// A key press that no view wanted. YES if it was used. Escape and a device's way back take a presented
+    /// screen away.
     virtual bool keyPressed(const HostKeyPress& press);
     /// A key press that the screens presented over this one have no use for. NO: it ends here.
     virtual bool keyPressedAbove(const HostKeyPress& /*press*/) { return false; }
@@ -115,6 +116,8 @@ class UIViewController : public UIResponder, public std::enable_shared_from_this
     }
 
   private:
+    /// Whether the screen below is gone while this one is there.
+    bool covers() const { return _presentationStyle == UIModalPresentationStyle::fullScreen; }
     void appear(bool animated, std::function<void()> appeared);
     void disappear(bool animated, std::function<void()> gone);
     CGRect frameBelowScreen() const;

@@ -122,16 +122,19 @@ void UIViewController::presentViewController(const std::shared_ptr<UIViewControl
     front->setUserInteractionEnabled(true);
     window->addSubview(front);
 
-    const bool covers = controller->_presentationStyle == UIModalPresentationStyle::fullScreen;
+    const bool covers = controller->covers();
     if (covers) viewWillDisappear(animated);
     controller->viewWillAppear(animated);
     window->layoutIfNeeded();
-    controller->appear(
-        animated, [self = shared_from_this(), controller, animated, covers, done = std::move(completion)] {
-            controller->viewDidAppear(animated);
-            if (covers) self->viewDidDisappear(animated);
-            callIfSet(done);
-        });
+    // Dismissed on its way, it has arrived nowhere, and covered nobody.
+    const auto arrived = [self = shared_from_this(), controller, backdrop = controller->_backdrop, animated,
+                          covers, done = std::move(completion)] {
+        const bool stays = controller->_backdrop == backdrop;
+        if (stays) controller->viewDidAppear(animated);
+        if (stays && covers) self->viewDidDisappear(animated);
+        callIfSet(done);
+    };
+    controller->appear(animated, arrived);
 }
 
 /// From below the screen, or out of nothing, to its place.
@@ -160,15 +163,16 @@ void UIViewController::dismissViewControllerAnimated(bool animated, std::functio
     if (_presented->_presented) _presented->dismissViewControllerAnimated(false);
     const std::shared_ptr<UIViewController> leaving = std::exchange(_presented, nullptr);
     leaving->_presenting.reset();
-    const bool covers = leaving->_presentationStyle == UIModalPresentationStyle::fullScreen;
+    const bool covers = leaving->covers();
     leaving->viewWillDisappear(animated);
     if (covers) viewWillAppear(animated);
-    leaving->disappear(animated,
-                       [self = shared_from_this(), leaving, animated, covers, done = std::move(completion)] {
-                           leaving->viewDidDisappear(animated);
-                           if (covers) self->viewDidAppear(animated);
-                           callIfSet(done);
-                       });
+    const auto left = [self = shared_from_this(), leaving, animated, covers, done = std::move(completion)] {
+        if (!leaving->_backdrop) leaving->viewDidDisappear(animated);
+        const bool isCoveredAnew = self->_presented && self->_presented->covers();
+        if (covers && !isCoveredAnew) self->viewDidAppear(animated);
+        callIfSet(done);
+    };
+    leaving->disappear(animated, left);
 }
 
 /// The screen below answers at once. The view stays if it was presented again meanwhile.
@@ -194,8 +198,13 @@ void UIViewController::disappear(bool animated, std::function<void()> gone) {
     });
 }
 
+std::size_t UIViewController::stepsBack() const {
+    return presentingViewController() && !_modalInPresentation ? 1 : 0;
+}
+
 bool UIViewController::keyPressed(const HostKeyPress& press) {
-    if (press.key != HostKey::escape || !presentingViewController() || _modalInPresentation) return false;
+    const bool leadsBack = press.key == HostKey::escape || press.key == HostKey::back;
+    if (!leadsBack || !presentingViewController() || _modalInPresentation) return false;
     dismissViewControllerAnimated(true);
     return true;
 }

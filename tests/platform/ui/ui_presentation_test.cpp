@@ -141,14 +141,28 @@ TEST_F(UIPresentationTest, ScreensHearOfComingAndGoingInThePlatformsOrder) {
     }
 }
 
+TEST_F(UIPresentationTest, DismissedWhileItComesItHasCoveredNobody) {
+    const auto screen = other(UIModalPresentationStyle::fullScreen);
+    root->presentViewController(screen, true, [this] { story.emplace_back("completed"); });
+    pass(0.1);
+    press(HostKey::back);
+    pass(1);
+    EXPECT_THAT(taken(),
+                ElementsAre("root will disappear", "other will appear", "other will disappear",
+                            "root will appear", "completed", "other did disappear", "root did appear"));
+}
+
 TEST_F(UIPresentationTest, PresentedAgainWhileItLeavesStays) {
     const auto screen = other(UIModalPresentationStyle::fullScreen);
     root->presentViewController(screen, true);
     pass(1);
     screen->dismissViewControllerAnimated(true);
     pass(0.1);
+    taken();
     root->presentViewController(screen, true);
     pass(1);
+    EXPECT_THAT(taken(), ElementsAre("root will disappear", "other will appear", "other did appear",
+                                     "root did disappear"));
     EXPECT_NE(screen->view()->window(), nullptr);
     EXPECT_EQ(screen->view()->presentationFrame(), CGRectMake(0, 0, 1180, 820));
     root->dismissViewControllerAnimated(false);
