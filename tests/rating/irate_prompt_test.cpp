@@ -82,6 +82,18 @@ TEST_F(Prompt, EveryLabelAndBothKindsOfAlert) {
     }
 }
 
+TEST_F(Prompt, KeysGoOnFromWhereAScreenReaderIs) {
+    startAsking();
+    const auto buttons = alert()->view()->subviews();
+    buttons.back()->accessibilityElementDidBecomeFocused();
+    press(HostKey::left);
+    EXPECT_FALSE(buttons.back()->isFocused());
+    EXPECT_TRUE(buttons[buttons.size() - 2]->isFocused());
+    press(HostKey::returnKey);
+    pass();
+    EXPECT_THAT(told->calls, ElementsAre("declined"));
+}
+
 TEST_F(Prompt, AsksNotAgainWhileAnAnswerIsUnderWay) {
     startAsking();
     NSNotificationCenter::defaultCenter().addObserver(

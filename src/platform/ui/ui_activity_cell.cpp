@@ -69,16 +69,10 @@ UIActivityCell::UIActivityCell(const ShareDestination& destination)
     setTitle(destination.title);
 }
 
-void UIActivityCell::setFocused(bool focused) {
-    if (focused == _isFocused) return;
-    _isFocused = focused;
-    setNeedsDisplay();
-}
-
 void UIActivityCell::drawRect(Canvas& canvas, CGRect bounds) {
     const CGRect disc = CGRectMake(CGRectGetMidX(bounds) - discSize / 2, discTop, discSize, discSize);
     canvas.fillPath(UIBezierPath::bezierPathWithOvalInRect(disc), FillRule::nonZero, _color);
-    if (_isFocused) {
+    if (isFocused()) {
         const CGRect ring = CGRectInset(disc, -ringGap, -ringGap);
         canvas.strokePath(UIBezierPath::bezierPathWithOvalInRect(ring), 2, UIColor::white());
     }

@@ -1,15 +1,13 @@
 // One destination in the share sheet: its icon on a disc, its name below.
-// A button like any other, drawn in its own way.
+// While the keys are at it, it has a ring.
 #pragma once
 
 #include "platform/host/share_destinations.h"
 #include "platform/ui/ui_control.h"
 
-class UIActivityCell : public UIButton {
+class UIActivityCell : public UIFocusableButton {
   public:
     explicit UIActivityCell(const ShareDestination& destination);
-    /// Whether the keys have come to it: it then has a ring.
-    void setFocused(bool focused);
     void drawRect(Canvas& canvas, CGRect bounds) override;
     bool drawsContent() const override { return true; }
 
@@ -18,5 +16,4 @@ class UIActivityCell : public UIButton {
   private:
     UIImageRef _icon;
     UIColor _color;
-    bool _isFocused = false;
 };

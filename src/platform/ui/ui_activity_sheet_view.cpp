@@ -150,12 +150,11 @@ void UIActivitySheetView::drawRect(Canvas& canvas, CGRect bounds) {
 void UIActivitySheetView::focus(std::ptrdiff_t step) {
     if (_cells.empty()) return;
     const auto last = static_cast<std::ptrdiff_t>(_cells.size()) - 1;
-    const auto next = _focused
-                          ? std::clamp(static_cast<std::ptrdiff_t>(*_focused) + step, std::ptrdiff_t{0}, last)
+    const auto focused = focusedIndex(_cells);
+    const auto next = focused
+                          ? std::clamp(static_cast<std::ptrdiff_t>(*focused) + step, std::ptrdiff_t{0}, last)
                           : std::ptrdiff_t{0};
-    if (_focused) _cells[*_focused]->setFocused(false);
-    _focused = static_cast<std::size_t>(next);
-    _cells[*_focused]->setFocused(true);
+    focusIndex(_cells, static_cast<std::size_t>(next));
 }
 
 bool UIActivitySheetView::keyPressed(const HostKeyPress& press) {
@@ -176,7 +175,8 @@ bool UIActivitySheetView::keyPressed(const HostKeyPress& press) {
             return true;
         case HostKey::returnKey:
         case HostKey::space:
-            if (_focused && !press.repeated) _cells[*_focused]->accessibilityActivate();
+            if (const auto focused = focusedIndex(_cells); focused && !press.repeated)
+                _cells[*focused]->accessibilityActivate();
             return true;
         default:
             return false;

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "platform/host/share_destinations.h"
@@ -48,7 +47,5 @@ class UIActivitySheetView : public UIView {
     std::shared_ptr<UIButton> _closeButton = std::make_shared<UIButton>();
     std::shared_ptr<UILabel> _message = std::make_shared<UILabel>();
     std::vector<std::shared_ptr<UIActivityCell>> _cells;
-    /// The cell that the keys have come to.
-    std::optional<std::size_t> _focused;
     bool _drawsGround = true;
 };

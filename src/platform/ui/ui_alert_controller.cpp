@@ -44,6 +44,40 @@ std::shared_ptr<UILabel> makeLabel(const std::string& text, const UIFont& font, 
     return label;
 }
 
+/// How many buttons farther a key leads: one, one back, or none.
+int stepOf(HostKey key) {
+    const bool mirrored = userInterfaceLayoutDirection() == UIUserInterfaceLayoutDirection::rightToLeft;
+    switch (key) {
+        case HostKey::down:
+        case HostKey::tab:
+            return 1;
+        case HostKey::up:
+            return -1;
+        case HostKey::right:
+            return mirrored ? -1 : 1;
+        case HostKey::left:
+            return mirrored ? 1 : -1;
+        default:
+            return 0;
+    }
+}
+
+/// Cut at its lower edge where it has less room than it needs.
+class MessageView : public UIView {
+  public:
+    explicit MessageView(std::shared_ptr<UILabel> label) : _label(std::move(label)) { addSubview(_label); }
+    bool clipsToBounds() const override { return true; }
+    bool drawsContent() const override { return false; }
+    const UILabel& label() const { return *_label; }
+    void showPart(CGRect frame, CGFloat wholeHeight) {
+        setFrame(frame);
+        _label->setFrame(CGRectMake(0, 0, frame.size.width, wholeHeight));
+    }
+
+  private:
+    std::shared_ptr<UILabel> _label;
+};
+
 }  // namespace
 
 /// The whole screen's view: it dims what lies below and takes every touch.
@@ -52,13 +86,14 @@ class AlertBoxView : public UIView {
     AlertBoxView(const std::string& title, const std::string& message,
                  const std::vector<UIAlertAction>& actions, const std::function<void(std::size_t)>& choose)
         : _title(makeLabel(title, UIFont::boldSystemFontOfSize(titleFont), UIColor::white())),
-          _message(makeLabel(message, UIFont::systemFontOfSize(messageFont), UIColor::white(0.85))) {
+          _message(std::make_shared<MessageView>(
+              makeLabel(message, UIFont::systemFontOfSize(messageFont), UIColor::white(0.85)))) {
         setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
         setBackgroundColor(UIColor::black().withAlpha(dimming));
         addSubview(_title);
         addSubview(_message);
         for (std::size_t index = 0; index < actions.size(); ++index) {
-            auto button = std::make_shared<UIButton>();
+            auto button = std::make_shared<UIFocusableButton>();
             button->setTitle(actions[index].title);
             button->setFont(fontOf(actions[index]));
             const bool isDestructive = actions[index].style == UIAlertActionStyle::destructive;
@@ -69,11 +104,7 @@ class AlertBoxView : public UIView {
         }
     }
 
-    std::optional<std::size_t> focused() const { return _focused; }
-    void focus(std::size_t index) {
-        _focused = index;
-        setNeedsDisplay();
-    }
+    const std::vector<std::shared_ptr<UIFocusableButton>>& buttons() const { return _buttons; }
 
     /// One button below the other; side by side in a wider box where that would be too high.
     void layoutSubviews() override {
@@ -98,7 +129,7 @@ class AlertBoxView : public UIView {
         canvas.clipToPath(box, FillRule::nonZero);
         for (std::size_t index = 0; index < _buttons.size(); ++index) {
             const CGRect frame = _buttons[index]->frame();
-            if (_focused == index) canvas.fillRect(frame, focusColor);
+            if (_buttons[index]->isFocused()) canvas.fillRect(frame, focusColor);
             canvas.fillRect(CGRectMake(frame.origin.x, frame.origin.y, frame.size.width, 1), lineColor);
             if (_isRow && frame.origin.x > _box.origin.x)
                 canvas.fillRect(CGRectMake(frame.origin.x, frame.origin.y, 1, frame.size.height), lineColor);
@@ -120,7 +151,7 @@ class AlertBoxView : public UIView {
             return label.text().empty() ? 0.0 : measureText(label.text(), font, textWidth).height;
         };
         _titleHeight = heightOf(*_title, UIFont::boldSystemFontOfSize(titleFont));
-        _wantedHeight = heightOf(*_message, UIFont::systemFontOfSize(messageFont));
+        _wantedHeight = heightOf(_message->label(), UIFont::systemFontOfSize(messageFont));
         _messageHeight =
             std::min(_wantedHeight, std::max(height - padding - _titleHeight - gap - padding, 0.0));
     }
@@ -132,7 +163,7 @@ class AlertBoxView : public UIView {
         const CGFloat textWidth = _box.size.width - 2 * padding;
         _title->setFrame(CGRectMake(left, _box.origin.y + padding, textWidth, _titleHeight));
         const CGFloat top = _box.origin.y + padding + _titleHeight + gap;
-        _message->setFrame(CGRectMake(left, top, textWidth, _messageHeight));
+        _message->showPart(CGRectMake(left, top, textWidth, _messageHeight), _wantedHeight);
         const CGFloat width =
             _isRow ? _box.size.width / static_cast<CGFloat>(_buttons.size()) : _box.size.width;
         const auto direction = userInterfaceLayoutDirection();
@@ -145,10 +176,8 @@ class AlertBoxView : public UIView {
     }
 
     std::shared_ptr<UILabel> _title;
-    std::shared_ptr<UILabel> _message;
-    std::vector<std::shared_ptr<UIButton>> _buttons;
-    /// The button that the keys have come to.
-    std::optional<std::size_t> _focused;
+    std::shared_ptr<MessageView> _message;
+    std::vector<std::shared_ptr<UIFocusableButton>> _buttons;
     CGRect _box;
     CGFloat _titleHeight = 0;
     CGFloat _messageHeight = 0;
@@ -182,27 +211,19 @@ void UIAlertController::choose(std::size_t index) {
 bool UIAlertController::keyPressed(const HostKeyPress& press) {
     const std::size_t count = _actions.size();
     if (count == 0 || press.repeated) return true;
-    const std::optional<std::size_t> focused = _box->focused();
-    switch (press.key) {
-        case HostKey::escape:
-            for (std::size_t index = 0; index < count; ++index)
-                if (_actions[index].style == UIAlertActionStyle::cancel) {
-                    choose(index);
-                    break;
-                }
-            return true;
-        case HostKey::down:
-        case HostKey::tab:
-            _box->focus(focused ? (*focused + 1) % count : 0);
-            return true;
-        case HostKey::up:
-            _box->focus(focused ? (*focused + count - 1) % count : count - 1);
-            return true;
-        case HostKey::returnKey:
-        case HostKey::space:
-            if (focused) choose(*focused);
-            return true;
-        default:
-            return true;
+    const auto& buttons = _box->buttons();
+    const std::optional<std::size_t> focused = focusedIndex(buttons);
+    if (const int step = stepOf(press.key); step != 0) {
+        const std::size_t from = focused.value_or(step > 0 ? count - 1 : 0);
+        focusIndex(buttons, (from + (step > 0 ? 1 : count - 1)) % count);
+        return true;
     }
+    const bool chooses = press.key == HostKey::returnKey || press.key == HostKey::space;
+    if (chooses && focused) choose(*focused);
+    if (press.key != HostKey::escape) return true;
+    const auto cancel = std::find_if(_actions.begin(), _actions.end(), [](const UIAlertAction& action) {
+        return action.style == UIAlertActionStyle::cancel;
+    });
+    if (cancel != _actions.end()) choose(static_cast<std::size_t>(cancel - _actions.begin()));
+    return true;
 }

@@ -22,7 +22,6 @@ class UIAlertView : public UIResponder {
 
     /// Answers its index.
     int64_t addButtonWithTitle(std::string title);
-    int64_t cancelButtonIndex() const { return _cancelButtonIndex; }
     /// -1 for none.
     void setCancelButtonIndex(int64_t index) { _cancelButtonIndex = index; }
     int64_t numberOfButtons() const { return static_cast<int64_t>(_buttons.size()); }

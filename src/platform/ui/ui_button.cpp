@@ -150,3 +150,9 @@ void UIButton::touchesCancelled(const UITouches& touches, const UIEvent&) {
     _finger.reset();
     setHighlighted(false);
 }
+
+void UIFocusableButton::setFocused(bool focused) {
+    if (focused == _isFocused) return;
+    _isFocused = focused;
+    setNeedsDisplay();
+}

@@ -103,3 +103,31 @@ class UIButton : public UIView {
     /// The light over the content; made at the first press.
     std::shared_ptr<UIView> _glow;
 };
+
+/// A button to which keys and screen readers come one after the other; whoever draws it shows whether they
+/// have.
+class UIFocusableButton : public UIButton {
+  public:
+    bool isFocused() const override { return _isFocused; }
+    void setFocused(bool focused);
+    void accessibilityElementDidBecomeFocused() override { setFocused(true); }
+    void accessibilityElementDidLoseFocus() override { setFocused(false); }
+
+  private:
+    bool _isFocused = false;
+};
+
+/// The place of the focused one in a list of them; nothing if none is.
+template <typename Buttons>
+std::optional<std::size_t> focusedIndex(const Buttons& buttons) {
+    for (std::size_t index = 0; index < buttons.size(); ++index)
+        if (buttons[index]->isFocused()) return index;
+    return std::nullopt;
+}
+
+/// Takes the focus from whichever has it to that one.
+template <typename Buttons>
+void focusIndex(const Buttons& buttons, std::size_t index) {
+    for (const auto& button : buttons)
+        button->setFocused(button == buttons[index]);
+}
