@@ -201,7 +201,8 @@ void UIScrollView::step(double time) {
     moveTo(static_cast<CGFloat>(_motion->at(passed)));
     if (passed < _motion->duration()) return;
     stop();
-    fadeIndicator();
+    // The content or the room may have changed on the way.
+    comeToRest(0);
 }
 
 void UIScrollView::stop() {

@@ -28,7 +28,6 @@ class UIScrollView : public UIView {
     void setContentOffset(CGPoint offset, bool animated);
     /// Moves as little as shows the rectangle (of the content); its beginning, if it is higher than the view.
     void scrollRectToVisible(CGRect rect, bool animated);
-    bool isDragging() const { return _isDragging; }
     /// Whether it moves by itself.
     bool isDecelerating() const { return _motion.has_value(); }
     /// Space at the right for the bar that tells the place, which keeps clear of covered edges.
