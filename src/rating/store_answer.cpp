@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <nlohmann/json.hpp>
 
 #include "platform/foundation/decimal_text.h"
+#include "platform/foundation/json_text.h"
 
 namespace {
 
@@ -15,16 +15,6 @@ using nlohmann::json;
 
 constexpr int deepestNesting = 64;
 constexpr std::string_view space = " \t\n\r\v\f";
-
-json parsed(const std::string& data) {
-    bool tooDeep = false;
-    const auto watchDepth = [&tooDeep](int depth, json::parse_event_t, json&) {
-        tooDeep = tooDeep || depth > deepestNesting;
-        return !tooDeep;
-    };
-    json answer = json::parse(data, watchDepth, /*allow_exceptions=*/false);
-    return tooDeep ? json(json::value_t::discarded) : answer;
-}
 
 std::optional<std::string> textOf(const json& value) {
     if (value.is_string()) return value.get<std::string>();
@@ -66,7 +56,8 @@ constexpr bool isLowSurrogate(uint32_t unit) {
     return unit >= 0xDC00 && unit < 0xE000;
 }
 
-/// The unit of an escape of four hexadecimal digits at the front, which it cuts off; nothing if there is none.
+/// The unit of an escape of four hexadecimal digits at the front, which it cuts off; nothing if there is
+/// none.
 std::optional<uint32_t> takeUnit(std::string_view& text) {
     constexpr std::size_t length = 6;
     if (!text.starts_with("\\u") || text.size() < length) return std::nullopt;
@@ -123,7 +114,7 @@ std::optional<std::string> scannedValue(std::string_view key, std::string_view t
 
 StoreAnswer storeAnswerFromData(const std::string& data, bool hasParser) {
     if (!hasParser) return {data, nullptr};
-    const json answer = parsed(data);
+    const json answer = parsedJSON(data, deepestNesting);
     if (answer.is_discarded()) {
         return {{}, std::make_shared<NSError>("NSCocoaErrorDomain", 3840, "The store's answer is no JSON")};
     }

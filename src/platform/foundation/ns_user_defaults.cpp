@@ -5,11 +5,11 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
 
 #include "platform/foundation/decimal_text.h"
+#include "platform/foundation/json_text.h"
 #include "platform/foundation/ns_log.h"
 
 namespace {
@@ -95,17 +95,6 @@ std::optional<NSUserDefaults::Value> valueFromJson(const json& item) {
     }
 }
 
-/// The settings object; discarded for text that is not JSON or nests too deep.
-json parsedSettings(const std::string& text) {
-    bool tooDeep = false;
-    const auto watchDepth = [&tooDeep](int depth, json::parse_event_t, json&) {
-        tooDeep = tooDeep || depth > deepestNesting;
-        return !tooDeep;
-    };
-    json settings = json::parse(text, watchDepth, /*allow_exceptions=*/false);
-    return tooDeep || !settings.is_object() ? json(json::value_t::discarded) : settings;
-}
-
 /// Bytes that are no UTF-8 are replaced rather than refused.
 std::string dumped(const json& value, int indent) {
     return value.dump(indent, ' ', false, json::error_handler_t::replace);
@@ -140,8 +129,8 @@ void NSUserDefaults::load() {
         }
         return;
     }
-    const json settings = parsedSettings(*text);
-    if (settings.is_discarded()) {
+    const json settings = parsedJSON(*text, deepestNesting);
+    if (!settings.is_object()) {
         NSLog("Settings are damaged (%s); starting with empty settings", _store->setAside().c_str());
         return;
     }

@@ -24,9 +24,8 @@ void SceneBuilder::connect(const Node& name, const std::shared_ptr<Object>& obje
 
 std::shared_ptr<UIView> SceneBuilder::view(const Node& node, int depth) {
     if (depth > deepestView) node.fail("views nested too deeply");
-    node.expectObject({"class", "frame", "autoresizing", "alpha", "hidden", "backgroundColor", "cornerRadius",
-                       "accessibilityLabel", "outlet", "subviews", "items", "tintColor", "maximumWidth",
-                       "sections"});
+    node.expectObject({"class", "frame", "autoresizing", "alpha", "backgroundColor", "cornerRadius",
+                       "accessibilityLabel", "outlet", "subviews", "items", "maximumWidth", "sections"});
     const Node name = node.at("class");
     std::shared_ptr<UIView> view = made(name);
     applyProperties(node, *view);
@@ -53,7 +52,6 @@ void SceneBuilder::applyProperties(const Node& node, UIView& view) {
     view.setFrame(node.at("frame").rect());
     if (node.has("autoresizing")) view.setAutoresizingMask(node.at("autoresizing").autoresizing());
     if (node.has("alpha")) view.setAlpha(node.at("alpha").number());
-    if (node.has("hidden")) view.setHidden(node.at("hidden").flag());
     if (node.has("backgroundColor")) view.setBackgroundColor(node.at("backgroundColor").color());
     if (node.has("cornerRadius")) view.setCornerRadius(node.at("cornerRadius").number());
     if (node.has("accessibilityLabel")) {
@@ -63,9 +61,8 @@ void SceneBuilder::applyProperties(const Node& node, UIView& view) {
 
 void SceneBuilder::applyToolbar(const Node& node, UIView& view) {
     auto* toolbar = dynamic_cast<UIToolbar*>(&view);
-    const bool asksForOne = node.has("items") || node.has("tintColor") || node.has("maximumWidth");
+    const bool asksForOne = node.has("items") || node.has("maximumWidth");
     if (!toolbar && asksForOne) node.fail("not a toolbar");
-    if (node.has("tintColor")) toolbar->setTintColor(node.at("tintColor").color());
     if (node.has("maximumWidth")) toolbar->setMaximumWidth(node.at("maximumWidth").number());
     if (!node.has("items")) return;
     UIToolbar::Items items;

@@ -39,10 +39,9 @@ void SceneBuilder::applyTable(const Node& list, UIView& view) {
 }
 
 UITableViewSection SceneBuilder::section(const Node& node) {
-    node.expectObject({"headerKey", "footerKey", "rows"});
+    node.expectObject({"headerKey", "rows"});
     UITableViewSection section;
     if (node.has("headerKey")) section.header = localized(node.at("headerKey"));
-    if (node.has("footerKey")) section.footer = localized(node.at("footerKey"));
     const Node rows = node.at("rows");
     const std::size_t count = rows.listSize();
     for (std::size_t i = 0; i < count; ++i) {

@@ -266,10 +266,7 @@ void UIApplication::removeFrameCallback(int token) {
 
 std::shared_ptr<UIViewController> UIApplication::topViewController() const {
     const auto shown = window();
-    auto screen = shown ? shown->rootViewController() : nullptr;
-    while (screen && screen->presentedViewController())
-        screen = screen->presentedViewController();
-    return screen;
+    return shown ? shown->topViewController() : nullptr;
 }
 
 void UIApplication::openURL(const NSURL& url, std::function<void(bool)> completion) {

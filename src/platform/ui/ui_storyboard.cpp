@@ -2,7 +2,6 @@
 // strict: the first fault is reported with its place, and nothing is made.
 #include "platform/ui/ui_storyboard.h"
 
-#include <any>
 #include <utility>
 
 #include "platform/foundation/ns_bundle.h"
@@ -50,9 +49,6 @@ std::shared_ptr<UIView> make() {
 
 UIStoryboard::UIStoryboard(std::string name) : _name(std::move(name)) {
     _registry.views = {{"UIView", make<UIView>},
-                       {"UILabel", make<UILabel>},
-                       {"UIButton", make<UIButton>},
-                       {"UIImageView", make<UIImageView>},
                        {"UIToolbar", make<UIToolbar>},
                        {"UITableView", make<UITableView>},
                        {"UITableViewCell", make<UITableViewCell>}};
@@ -77,11 +73,6 @@ UIStoryboard UIStoryboard::storyboardWithName(std::string name) const {
 
 std::shared_ptr<UIViewController> UIStoryboard::instantiateInitialViewController(CGSize size) const {
     return instantiate("", size);
-}
-
-std::shared_ptr<UIViewController> UIStoryboard::instantiateViewController(const std::string& scene,
-                                                                          CGSize size) const {
-    return instantiate(scene, size);
 }
 
 /// Of the initial controller, if the scene has no name.
@@ -111,7 +102,8 @@ std::shared_ptr<UIViewController> UIStoryboard::controllerOf(const StoryboardNod
     const auto maker = _registry.controllers.find(name.text());
     auto controller = maker == _registry.controllers.end() ? nullptr : maker->second();
     if (!controller) name.fail("unknown class \"" + name.text() + "\"");
-    if (scene.has("titleKey")) controller->setTitle(localizedText(scene.at("titleKey")));
+    if (scene.has("titleKey"))
+        controller->setTitle(filledIn(localizedText(scene.at("titleKey")), _registry.values));
     if (scene.has("segues")) laySegues(root, scene.at("segues"), *controller);
     if (scene.has("root")) {
         const auto stack = std::dynamic_pointer_cast<UINavigationController>(controller);

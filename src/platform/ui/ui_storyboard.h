@@ -21,25 +21,22 @@
 //     "action"      unwind only: to the nearest screen below with this action
 //
 // VIEW, an object; what is not marked so may be left out:
-//     "class"               required: "UIView", "UILabel", "UIButton", "UIImageView", "UIToolbar",
-//                           "UITableView" or one of the app's own
+//     "class"               required: "UIView", "UIToolbar", "UITableView" or one of the app's own
 //     "frame"               required: [x, y, width, height], points in the superview; the root's gives the
 //                           size for which everything was laid out, the real size then reaches the views
 //                           through "autoresizing"
 //     "autoresizing"        what gives way: a list of "left", "width", "right", "top", "height", "bottom"
 //     "alpha"               0 to 1
-//     "hidden"              true or false
 //     "backgroundColor"     COLOR: "#RRGGBB" or "#RRGGBBAA"
 //     "cornerRadius"        points
 //     "accessibilityLabel"  text
 //     "outlet"              the controller's property that receives the view, as std::shared_ptr<UIView>
 //     "subviews"            a list of VIEW, back to front
 //     "items"               toolbars only: a list of ITEM in order
-//     "tintColor"           toolbars only: COLOR of the items
 //     "maximumWidth"        toolbars only: points, see UIToolbar::setMaximumWidth
 //     "sections"            tables only: a list of SECTION
 //
-// SECTION: { "headerKey": KEY, "footerKey": KEY, "rows": [CELL...] }; left out if none of its rows is there
+// SECTION: { "headerKey": KEY, "rows": [CELL...] }; left out if none of its rows is there
 //
 // CELL, an object:
 //     "class"       required: "UITableViewCell" or one of the app's own
@@ -59,7 +56,7 @@
 //     "icon"                ICON
 //     "outlet"              the property that receives the item, as std::shared_ptr<UIBarButtonItem>
 //     "action"              the name handed to the controller's performAction
-//     "segue"                 instead of "action": performed by a tap
+//     "segue"               instead of "action": performed by a tap
 //
 // ICON: { "strokes": [PATH...], "fills": [PATH...], "lineWidth": W }: SVG path data on a grid of 24 units,
 // shown at 24 points; fills are even-odd
@@ -102,8 +99,6 @@ class UIStoryboard {
     /// the resource is missing or malformed or names an unknown class; an unknown outlet is logged and
     /// skipped. Screens keep what they need to go on to others: the storyboard itself may go.
     std::shared_ptr<UIViewController> instantiateInitialViewController(CGSize size) const;
-    /// The same for one of the "scenes".
-    std::shared_ptr<UIViewController> instantiateViewController(const std::string& scene, CGSize size) const;
 
   private:
     std::shared_ptr<UIViewController> instantiate(const std::string& scene, CGSize size) const;

@@ -58,8 +58,7 @@ void UITableView::setSections(std::vector<UITableViewSection> sections) {
 
 /// Puts the section's views in, in reading order.
 UITableView::Dressing UITableView::dress(const UITableViewSection& section) {
-    Dressing dressing{
-        sectionLabel(section.header), sectionLabel(section.footer), plainView(cardColor, cardRadius), {}};
+    Dressing dressing{sectionLabel(section.header), plainView(cardColor, cardRadius), {}};
     contentView()->addSubview(dressing.header);
     contentView()->addSubview(dressing.card);
     for (const auto& row : section.rows) {
@@ -69,7 +68,6 @@ UITableView::Dressing UITableView::dress(const UITableViewSection& section) {
         }
         contentView()->addSubview(row);
     }
-    contentView()->addSubview(dressing.footer);
     return dressing;
 }
 
@@ -140,8 +138,7 @@ CGFloat UITableView::layOutSection(std::size_t index, CGFloat x, CGFloat y, CGFl
         y += height;
     }
     dressing.card->setFrame(CGRectMake(x, top, width, y - top));
-    if (dressing.footer) y += labelGap;
-    return y + layOutLabel(dressing.footer, x, y, width);
+    return y;
 }
 
 void UITableView::layoutSubviews() {

@@ -21,7 +21,6 @@ class UITableViewDelegate {
 
 struct UITableViewSection {
     std::string header;  ///< above the rows; empty for none
-    std::string footer;  ///< below them; empty for none
     std::vector<std::shared_ptr<UITableViewCell>> rows;
 };
 
@@ -56,7 +55,6 @@ class UITableView : public UIScrollView {
     /// What a section shows besides its rows.
     struct Dressing {
         std::shared_ptr<UILabel> header;
-        std::shared_ptr<UILabel> footer;
         std::shared_ptr<UIView> card;
         /// Above all rows but the first.
         std::vector<std::shared_ptr<UIView>> lines;

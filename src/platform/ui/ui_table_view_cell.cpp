@@ -3,7 +3,7 @@
 #include "platform/ui/ui_table_view_cell.h"
 
 #include <algorithm>
-#include <utility>
+#include <initializer_list>
 
 #include "platform/ui/text_measure.h"
 #include "platform/ui/ui_layout_direction.h"

@@ -132,20 +132,11 @@ std::shared_ptr<UIButton> UIToolbar::makeButton(const std::shared_ptr<UIBarButto
     auto button = std::make_shared<UIButton>();
     item->dress(*button);
     button->setFont(titleFont);
-    button->setTintColor(_tintColor);
     button->setAccessibilityLabel(item->accessibilityLabel());
     button->setAction([weak = std::weak_ptr<UIBarButtonItem>(item)] {
         if (const auto tapped = weak.lock()) tapped->sendAction();
     });
     return button;
-}
-
-void UIToolbar::setTintColor(UIColor color) {
-    _tintColor = color;
-    for (const auto& item : _items) {
-        if (const auto button = std::dynamic_pointer_cast<UIButton>(item->view()))
-            button->setTintColor(color);
-    }
 }
 
 void UIToolbar::setMaximumWidth(CGFloat width) {

@@ -59,8 +59,6 @@ class UIToolbar : public UIView {
     using UIView::UIView;
     const Items& items() const { return _items; }
     void setItems(Items items);
-    void setTintColor(UIColor color);
-    UIColor tintColor() const { return _tintColor; }
     /// Points; on a wider bar the plate with the buttons stands in the middle, and what is beside it neither
     /// shows nor answers touches. 0 for no limit.
     void setMaximumWidth(CGFloat width);
@@ -81,6 +79,5 @@ class UIToolbar : public UIView {
     std::shared_ptr<UIButton> makeButton(const std::shared_ptr<UIBarButtonItem>& item) const;
 
     Items _items;
-    UIColor _tintColor = UIColor::white();
     CGFloat _maximumWidth = 0;
 };
