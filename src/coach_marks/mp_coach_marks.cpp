@@ -2,7 +2,6 @@
 // A tour that is started anew while it fades out goes on living: only an unbroken fade takes it away.
 #include "coach_marks/mp_coach_marks.h"
 
-#include <limits>
 #include <utility>
 
 #include "platform/ui/ui_gesture_recognizer.h"

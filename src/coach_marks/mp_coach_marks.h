@@ -59,7 +59,7 @@ class MPCoachMarks : public UIView, public CAAnimationDelegate {
     void goToCoachMarkIndexed(uint32_t index);
     void userDidTap();
     void skipCoach();
-    /// At once.
+    /// Without a fade.
     void end();
     void cleanup(bool animated);
     /// Whether a mark shows, or the first one is about to.

@@ -1,6 +1,5 @@
 // What a mark looks like: caption, arrow, hole, and the line with the hint and the skip button.
 // The same steps put a mark on screen and lay it out anew when the screen changes.
-#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>

@@ -205,6 +205,7 @@ class GameViewController : public GLKViewController,
     /// What the places of the tour's marks follow from.
     struct TutorialLayout {
         CGSize screen;
+        UIEdgeInsets insets;
         CGRect menu;
         friend bool operator==(const TutorialLayout&, const TutorialLayout&) = default;
     };

@@ -96,7 +96,7 @@ std::vector<MPCoachMark> GameViewController::tutorialMarks() {
 }
 
 GameViewController::TutorialLayout GameViewController::tutorialLayout() {
-    return {view()->bounds().size, menuView ? menuView->frame() : CGRectZero};
+    return {view()->bounds().size, view()->safeAreaInsets(), menuView ? menuView->frame() : CGRectZero};
 }
 
 void GameViewController::layOutTutorial() {

@@ -94,7 +94,7 @@ bool iRate::isFirstLaunchOfVersion() const {
 
 void iRate::startCounting() {
     NSUserDefaults& defaults = NSUserDefaults::standardUserDefaults();
-    if (defaults.hasKey(iRateFirstUsedKey) && !firstUsed())
+    if (verboseLogging && defaults.hasKey(iRateFirstUsedKey) && !firstUsed())
         NSLog("iRate cannot read the date of the first use, and begins to count anew");
     defaults.setDate(NSDate::date(), iRateFirstUsedKey);
     defaults.setInteger(0, iRateUseCountKey);

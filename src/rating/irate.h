@@ -120,7 +120,7 @@ class iRate : public std::enable_shared_from_this<iRate> {
     void connectionError(const NSErrorRef& error);
 
     // Prompt
-    /// Shows the alert. Where nothing can be shown nobody is told of one.
+    /// Asks, unless the question is on the screen already.
     void promptForRating() { promptForRating(true); }
     void promptForRating(bool alertOnly);
     void didDismissAlertWithButtonAtIndex(int64_t index);
@@ -167,10 +167,9 @@ class iRate : public std::enable_shared_from_this<iRate> {
     NSErrorRef errorOfUnknownApp() const;
     void finishLookup(const NSErrorRef& error);
 
-    /// NO if nothing can be shown.
-    bool showAlert(const std::string& message);
-    bool showAlertView(const std::string& message);
-    bool showAlertController(UIViewController& presenter, const std::string& message);
+    void showAlert(const std::string& message);
+    void showAlertView(const std::string& message);
+    void showAlertController(UIViewController& presenter, const std::string& message);
     template <typename Alert>
     void setVisibleAlert(const std::shared_ptr<Alert>& alert);
     void answerAlert(int64_t index);

@@ -23,20 +23,20 @@ void iRate::promptForRating(bool alertOnly) {
     if (!alertOnly && SKStoreReviewController::isAvailable()) {
         remindLater();
         SKStoreReviewController::requestReview();
-    } else if (!showAlert(ratedAnyVersion() ? updateMessage() : message())) {
-        return;
+    } else {
+        showAlert(ratedAnyVersion() ? updateMessage() : message());
     }
     tell(&iRateDelegate::iRateDidPromptForRating, "iRateDidPromptForRating");
 }
 
-bool iRate::showAlert(const std::string& message) {
+void iRate::showAlert(const std::string& message) {
     const UIApplication* application = UIApplication::sharedApplication();
     const auto presenter = application ? application->topViewController() : nullptr;
-    return presenter && useUIAlertControllerIfAvailable ? showAlertController(*presenter, message)
-                                                        : showAlertView(message);
+    if (presenter && useUIAlertControllerIfAvailable) return showAlertController(*presenter, message);
+    showAlertView(message);
 }
 
-bool iRate::showAlertController(UIViewController& presenter, const std::string& message) {
+void iRate::showAlertController(UIViewController& presenter, const std::string& message) {
     const auto alert = std::make_shared<UIAlertController>(messageTitle(), message);
     const auto add = [&](const std::string& label, UIAlertActionStyle style, int64_t index) {
         alert->addAction({label, style, [life = weak_from_this(), index] {
@@ -49,10 +49,9 @@ bool iRate::showAlertController(UIViewController& presenter, const std::string& 
     if (showRemindButton()) add(remindButtonLabel(), UIAlertActionStyle::plain, showCancelButton() ? 2 : 1);
     setVisibleAlert(alert);
     presenter.presentViewController(alert, true);
-    return alert->isVisible();
 }
 
-bool iRate::showAlertView(const std::string& message) {
+void iRate::showAlertView(const std::string& message) {
     const auto alert =
         std::make_shared<UIAlertView>(messageTitle(), message, [life = weak_from_this()](int64_t index) {
             if (const auto self = life.lock()) self->didDismissAlertWithButtonAtIndex(index);
@@ -62,7 +61,6 @@ bool iRate::showAlertView(const std::string& message) {
     if (showRemindButton()) alert->addButtonWithTitle(remindButtonLabel());
     setVisibleAlert(alert);
     alert->show();
-    return alert->isVisible();
 }
 
 void iRate::didDismissAlertWithButtonAtIndex(int64_t index) {
@@ -113,7 +111,7 @@ std::string iRate::ratingsURL() const {
 
 void iRate::openRatingsPageInAppStore() {
     if (_ratingsURL.empty() && !store.isConfigured()) {
-        NSLog("iRate has no store whose ratings page it could open");
+        if (verboseLogging) NSLog("iRate has no store whose ratings page it could open");
         return;
     }
     if (_ratingsURL.empty() && appStoreID() == 0) {

@@ -61,7 +61,7 @@ void AboutViewController::tableViewDidSelectRowAtIndexPath(UITableView& tableVie
     } else if (tag == siteTag) {
         open("https://" + linkHost() + "/");
     } else if (tag == rateTag) {
-        if (const auto rating = iRate::sharedInstance()) rating->openRatingsPageInAppStore();
+        iRate::sharedInstance()->openRatingsPageInAppStore();
     } else {
         openStorePage(tag);
     }

@@ -19,7 +19,7 @@ struct UIFont {
     static UIFont boldSystemFontOfSize(double size) { return {"", size, true}; }
     /// By the name of one of its faces: "AmericanTypewriter-Bold".
     static UIFont fontWithName(const std::string& name, double size);
-    /// Running text at the size that the user reads.
+    /// Running text. Hosts do not tell which size the user prefers.
     static UIFont preferredFontForTextStyleBody() { return systemFontOfSize(17); }
 };
 

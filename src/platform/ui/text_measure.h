@@ -6,7 +6,7 @@
 
 #include "platform/host/canvas_provider.h"
 
-/// Posted when texts have other sizes than before: the user's wish changed, or fonts arrived.
+/// Posted when texts have other sizes than before: fonts arrived.
 inline const std::string UIContentSizeCategoryDidChangeNotification =
     "UIContentSizeCategoryDidChangeNotification";
 
