@@ -71,7 +71,8 @@ class FfmpegCodec : public FilmCodec {
             av_packet_rescale_ts(packet.get(), base, output.format()->streams[0]->time_base);
             if (!output.check(av_interleaved_write_frame(output.format(), packet.get()))) return false;
         }
-        return true;
+        // A film whose end is missing is copied as far as it goes; one that the disk does not give is not.
+        return output.check(input.format()->pb->error);
     }
 };
 

@@ -42,6 +42,7 @@ ClipFile::~ClipFile() {
 
 void ClipFile::remove() {
     ::unlink(_path.c_str());
+    [[maybe_unused]] const int result = ::ftruncate(_descriptor, 0);
 }
 
 int makeNewFile(const std::string& folder, const std::string& name, std::string& path, std::string& error) {

@@ -18,6 +18,7 @@ class ClipFile {
 
     const std::string& path() const { return _path; }
     int descriptor() const { return _descriptor; }
+    /// Its room on the disk is free at once, though the file is held.
     void remove();
 
   private:

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -17,6 +18,11 @@ namespace {
 
 constexpr int32_t kTicksPerSecond = 90000;
 constexpr double kFrameInterval = 1.0 / 60;
+
+/// Of a file that cannot be read.
+void removeUnlessForWantOfTheCodec(ClipFile& file) {
+    if (std::string ignored; loadFilmCodec(ignored)) file.remove();
+}
 
 }  // namespace
 
@@ -69,7 +75,12 @@ void FilmCapture::start(Started handler) {
     _dropped = 0;
     _nextFrame = 0;
     _stopped = nullptr;
-    _worker = std::make_unique<FilmWorker>(steps(_file, std::move(handler)), kTicksPerSecond);
+    try {
+        _worker = std::make_unique<FilmWorker>(steps(_file, handler), kTicksPerSecond);
+    } catch (const std::system_error& noThread) {
+        std::exchange(_file, nullptr)->remove();
+        DispatchQueue::mainQueue().async([handler, why = std::string(noThread.what())] { handler(why); });
+    }
 }
 
 void FilmCapture::stop(Stopped handler) {
@@ -88,10 +99,11 @@ void FilmCapture::ended(const std::string& failure) {
     const auto file = std::exchange(_file, nullptr);
     if (_dropped > 0) NSLog("recording: %lld frames dropped", static_cast<long long>(_dropped));
     _offered.insert(file->path());
-    auto clip = FilmClip::open(file, _folders.films);
-    if (!clip) file->remove();
+    std::string unreadable;
+    auto clip = FilmClip::open(file, _folders.films, unreadable);
+    if (!clip) removeUnlessForWantOfTheCodec(*file);
     const auto handler = _stopped ? std::exchange(_stopped, nullptr) : _interrupted;
-    if (handler) handler(std::move(clip), failure);
+    if (handler) handler(std::move(clip), failure.empty() ? unreadable : failure);
 }
 
 std::shared_ptr<CapturedClip> FilmCapture::takeLeftClip() {
@@ -104,10 +116,10 @@ std::shared_ptr<CapturedClip> FilmCapture::takeLeftClip() {
         const auto file = ClipFile::takeLeft(path);
         if (!file) continue;
         _offered.insert(path);
-        if (auto clip = FilmClip::open(file, _folders.films)) return clip;
-        // Killed before its first picture was on the disk; but what cannot be read for want of the codec
-        // stays.
-        if (std::string ignored; loadFilmCodec(ignored)) file->remove();
+        std::string ignored;
+        if (auto clip = FilmClip::open(file, _folders.films, ignored)) return clip;
+        // Killed before its first picture was on the disk.
+        removeUnlessForWantOfTheCodec(*file);
     }
     return nullptr;
 }

@@ -36,8 +36,6 @@ class FilmCapture : public ScreenCapture {
     int64_t droppedFrames() const { return _dropped; }
 
   private:
-    struct Ending;
-
     FilmWorker::Steps steps(const std::shared_ptr<ClipFile>& file, Started started);
     void ended(const std::string& failure);
 

@@ -8,8 +8,14 @@
 #include "hosts/native/user_folders.h"
 #include "platform/host/share_destinations.h"
 
-std::shared_ptr<FilmClip> FilmClip::open(std::shared_ptr<ClipFile> file, std::string folder) {
-    std::string error;
+namespace {
+
+constexpr const char* noFolder = "there is no folder for it";
+
+}  // namespace
+
+std::shared_ptr<FilmClip> FilmClip::open(std::shared_ptr<ClipFile> file, std::string folder,
+                                         std::string& error) {
     FilmCodec* codec = loadFilmCodec(error);
     auto reader = codec ? codec->makeReader(file->path(), error) : nullptr;
     if (!reader) return nullptr;
@@ -17,7 +23,7 @@ std::shared_ptr<FilmClip> FilmClip::open(std::shared_ptr<ClipFile> file, std::st
 }
 
 CGImageRef FilmClip::pictureAt(double time, CGSize fit) {
-    const auto picture = _reader->pictureAt(time, fit);
+    const auto picture = _reader ? _reader->pictureAt(time, fit) : nullptr;
     if (!picture) return nullptr;
     if (std::exchange(_picture, picture) != picture)
         _image = std::make_shared<CGImage>(picture->width, picture->height, CGImageFormat::rgba8888,
@@ -30,17 +36,25 @@ CapturedClip::Outcome FilmClip::save(double from, double to) {
     return {written, (written ? "Saved as " : "Not saved: ") + line};
 }
 
+void FilmClip::discard() {
+    _reader = nullptr;
+    _picture = nullptr;
+    _image = nullptr;
+    _file->remove();
+}
+
 bool FilmClip::canShare() const {
     return sharedShareDestinations() != nullptr;
 }
 
 CapturedClip::Outcome FilmClip::fileToShare(double from, double to) {
     const auto folder = folderForHandingOver();
-    return folder ? copyTo(*folder, from, to) : Outcome{false, "there is no folder for it"};
+    return folder ? copyTo(*folder, from, to) : Outcome{false, noFolder};
 }
 
 /// Answers the path, or the mistake.
 CapturedClip::Outcome FilmClip::copyTo(const std::string& folder, double from, double to) {
+    if (folder.empty()) return {false, noFolder};
     std::string error;
     std::string path;
     const int descriptor = makeNewFile(folder, "Zentaro " + timeForName(), path, error);

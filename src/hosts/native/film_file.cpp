@@ -1,5 +1,6 @@
 // The unfinished film and its finish: the same pictures once more, as a file with its table of contents.
-// A flight that fails leaves nothing behind, one that is killed the film as far as it was.
+// A flight that fails leaves nothing behind, one that is killed the film as far as it was, one that cannot be
+// finished the whole.
 #include "hosts/native/film_file.h"
 
 #include <algorithm>
@@ -7,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <unistd.h>
+#include <utility>
 
 #include "hosts/native/atomic_file.h"
 #include "hosts/native/clip_file.h"
@@ -46,7 +48,8 @@ std::string FilmFile::open(const std::string& path, int32_t framesPerSecond) {
     _rate = framesPerSecond;
     FilmWorker::Steps steps;
     steps.makeWriter = [this, codec](const CapturedFrame& first, std::string& why) {
-        const FilmFormat format{first.width / 2 * 2, first.height / 2 * 2, _rate, _rate, false};
+        const FilmFormat format{std::max(first.width / 2 * 2, 2), std::max(first.height / 2 * 2, 2), _rate,
+                                _rate, false};
         return codec->makeWriter(_unfinished->descriptor(), format, why);
     };
     _worker = std::make_unique<FilmWorker>(std::move(steps), _rate);
@@ -67,8 +70,12 @@ void FilmFile::takeFrame(std::unique_ptr<CapturedFrame> frame) {
 
 std::string FilmFile::finish() {
     std::string error = _worker->finishAndWait();
-    if (error.empty()) error = finishFile();
-    return error.empty() ? error : cannotWrite(_path, error);
+    if (!error.empty()) return cannotWrite(_path, error);
+    error = finishFile();
+    if (error.empty()) return {};
+    // The flight is whole all the same, and can be played.
+    const std::string kept = std::exchange(_unfinished, nullptr)->path();
+    return cannotWrite(_path, error + "; the film is " + kept);
 }
 
 std::string FilmFile::finishFile() {

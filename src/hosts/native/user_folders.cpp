@@ -81,10 +81,12 @@ std::optional<std::string> userStateFolder(const std::string& name) {
 std::optional<std::string> folderForHandingOver() {
     auto folder = userCacheFolder("zentaro/shared");
     if (!folder) return folder;
-    std::error_code ignored;
+    std::error_code failure;
     const auto oldest = fs::file_time_type::clock::now() - keepingTime;
-    for (const auto& entry : fs::directory_iterator(*folder, ignored)) {
-        if (entry.last_write_time(ignored) < oldest) fs::remove(entry.path(), ignored);
+    fs::directory_iterator entry(*folder, failure);
+    for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+        std::error_code unknown;
+        if (entry->last_write_time(unknown) < oldest && !unknown) fs::remove(entry->path(), unknown);
     }
     return folder;
 }

@@ -67,7 +67,8 @@ class ScreenCapture {
     /// A clip of an earlier run that was neither saved nor discarded; null if there is none (left).
     virtual std::shared_ptr<CapturedClip> takeLeftClip() { return nullptr; }
 
-    /// Memory for the frame of this time; null if no frame is wanted now. Never waits.
+    /// Memory for the frame of this time; null if no frame is wanted now. Waits at most where
+    /// films are made as fast as they can be.
     virtual std::unique_ptr<CapturedFrame> frameToFill(double /*time*/) { return nullptr; }
     virtual void takeFrame(std::unique_ptr<CapturedFrame> /*frame*/) {}
 };

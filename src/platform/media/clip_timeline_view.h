@@ -13,7 +13,6 @@ class ClipTimelineView : public UIView {
     /// Seconds, above 0.
     explicit ClipTimelineView(double duration);
 
-    double duration() const { return _duration; }
     double trimStart() const { return _start; }
     double trimEnd() const { return _end; }
     double position() const { return _position; }
