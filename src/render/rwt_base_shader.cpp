@@ -227,9 +227,12 @@ void RWTBaseShader::renderInRect(CGRect rect, double time) {
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
     logGLError();
     glFinish();
-    const double measured = (CFAbsoluteTimeGetCurrent() - start) * 1000;
+    std::optional<double> cost = (CFAbsoluteTimeGetCurrent() - start) * 1000;
     const GLSurface* surface = sharedGLSurface();
-    _frameCost = static_cast<float>(surface ? surface->frameCost().value_or(measured) : measured);
+    if (surface && surface->tellsFrameCost()) cost = surface->frameCost();
+    // After a rest it is not known for a while: the limit stays.
+    if (!cost) return;
+    _frameCost = static_cast<float>(*cost);
     adaptDwell();
 }
 

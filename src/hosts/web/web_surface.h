@@ -25,6 +25,7 @@ class WebSurface : public GLSurface {
     int32_t pixelHeight() const override { return _height; }
     /// The browser shows what was drawn when the frame's callback returns.
     void present() override;
+    bool tellsFrameCost() const override { return true; }
     std::optional<double> frameCost() const override { return _cost.cost(); }
 
     bool hasContext() const { return _context > 0; }

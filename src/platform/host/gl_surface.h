@@ -28,8 +28,10 @@ class GLSurface {
     /// Shows what was drawn into the screen's framebuffer.
     virtual void present() = 0;
 
-    /// Milliseconds that frames cost of late, the GPU's work included, where glFinish does not wait for the
-    /// GPU; nothing where it does, or while too few frames have come.
+    /// Whether glFinish does not wait for the GPU, so that frameCost alone tells what frames cost.
+    virtual bool tellsFrameCost() const { return false; }
+    /// Milliseconds that frames cost of late, the GPU's work included; nothing while too few frames have
+    /// come.
     virtual std::optional<double> frameCost() const { return std::nullopt; }
 
     /// Expires with the surface: objects that may outlive a host ask before they call it.
