@@ -34,11 +34,10 @@ function openLink(text) {
 function writeAddress() {
     timer = 0;
     if (shown === null || location.pathname + location.search + location.hash === shown) return;
-    const adds = opened;
-    opened = false;
     writtenAt = performance.now();
     try {
-        history[adds ? 'pushState' : 'replaceState'](adds ? null : history.state, '', shown);
+        history[opened ? 'pushState' : 'replaceState'](opened ? null : history.state, '', shown);
+        opened = false;
     } catch {
         timer = setTimeout(writeAddress, answerTime);
     }
@@ -73,7 +72,15 @@ const stepsOfEntry = () => history.state?.steps ?? 0;
 export function stepsBack(count) {
     if (count > steps && steps === 0) pathBelow = location.pathname;
     const spare = stepsOfEntry() - count;
-    while (steps < count) history.pushState({steps: ++steps}, '', location.href);
+    try {
+        while (steps < count) {
+            history.pushState({steps: steps + 1}, '', location.href);
+            steps++;
+        }
+    } catch {
+        // Too many in too short a time for this browser: its way back leads past this screen.
+        return;
+    }
     steps = count;
     if (spare <= 0) return;
     takingBack = true;
@@ -139,13 +146,20 @@ function droppedText(data) {
 /** Pages that are not secure have no interface to the clipboard; there a copy event carries the text. */
 function copyByEvent(text) {
     copying = text;
-    document.execCommand('copy');
+    const done = document.execCommand('copy');
     copying = null;
+    return done;
 }
 
-export function setClipboardText(text) {
-    if (!navigator.clipboard) copyByEvent(text);
-    else navigator.clipboard.writeText(text).catch(() => copyByEvent(text));
+/** Whether it worked. */
+export async function setClipboardText(text) {
+    try {
+        if (!navigator.clipboard) return copyByEvent(text);
+        await navigator.clipboard.writeText(text);
+        return true;
+    } catch {
+        return copyByEvent(text);
+    }
 }
 
 export function watchLinks() {

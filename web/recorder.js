@@ -35,17 +35,24 @@ export function startRecording() {
         const mine = recorder;
         let failure = '';
         begun = null;
+        // A page that nobody sees draws nothing; the film goes on when it does.
+        const rest = () => {
+            if (document.hidden && mine.state === 'recording') mine.pause();
+            else if (!document.hidden && mine.state === 'paused') mine.resume();
+        };
         mine.addEventListener('start', () => { begun = performance.now(); });
         mine.addEventListener('dataavailable', (event) => event.data.size && parts.push(event.data));
         mine.addEventListener('error', (event) => { failure = String(event.error?.message ?? 'the recorder failed'); });
         mine.addEventListener('stop', () => {
             steady.end();
+            document.removeEventListener('visibilitychange', rest);
             for (const track of mine.stream.getTracks()) track.stop();
             if (recorder === mine) recorder = null;
             film = parts.length ? new Blob(parts, {type: mine.mimeType}) : null;
             callApp('zentaroRecordingEnded', failure || (film ? '' : 'nothing was filmed'), film ? 1 : 0);
         });
         mine.start(fragment);
+        document.addEventListener('visibilitychange', rest);
         return '';
     } catch (error) {
         recorder = null;

@@ -21,8 +21,8 @@ async function shareBySheet({subject, text, link, ...what}) {
         await navigator.share(shared);
         return '';
     } catch (refused) {
-        // The user closed it.
-        if (refused.name === 'AbortError') return null;
+        // The user closed it, or has it open already.
+        if (['AbortError', 'InvalidStateError'].includes(refused.name)) return null;
         throw new Error('The browser does not share this.', {cause: refused});
     }
 }
@@ -34,7 +34,7 @@ async function copy(what) {
         await navigator.clipboard.write([new ClipboardItem(parts)]);
         return 'Copied';
     } catch {
-        setClipboardText(what.textWithLink);
+        if (!await setClipboardText(what.textWithLink)) throw new Error('The clipboard does not answer.');
         return 'Text and link copied';
     }
 }

@@ -10,6 +10,8 @@ namespace {
 
 using Need = ShareDestination::Need;
 
+constexpr const char* mailName = "mail";
+
 }  // namespace
 
 std::vector<ShareDestination> WebShare::destinations() {
@@ -17,7 +19,7 @@ std::vector<ShareDestination> WebShare::destinations() {
         {"copy", "com.apple.UIKit.activity.CopyToPasteboard", "Copy", ShareIcon::copy, Need::anything},
         {"download", "com.apple.UIKit.activity.SaveToCameraRoll", "Download", ShareIcon::picture,
          Need::picture},
-        {"mail", "com.apple.UIKit.activity.Mail", "Mail", ShareIcon::mail, Need::anything},
+        {mailName, "com.apple.UIKit.activity.Mail", "Mail", ShareIcon::mail, Need::anything},
     };
 }
 
@@ -31,7 +33,9 @@ std::optional<ShareDestination> WebShare::systemSheet() {
 void WebShare::share(const ShareDestination& destination, const SharedContent& content, Answer answer) {
     const int number = ++_lastNumber;
     _answers[number] = std::move(answer);
-    const auto picture = UIImagePNGRepresentation(content.image).value_or(NSData());
+    const bool carriesPicture = destination.name != mailName;
+    const auto picture =
+        carriesPicture ? UIImagePNGRepresentation(content.image).value_or(NSData()) : NSData();
     WebPage::share(number, destination.name, content, picture);
 }
 
