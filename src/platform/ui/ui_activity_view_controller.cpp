@@ -109,6 +109,8 @@ void UIActivityViewController::share(const ShareDestination& destination) {
     _sheet->say(destination.title + " …", UIActivitySheetView::Tone::plain);
     host->share(destination, contentForActivityType(destination.activityType),
                 [life = weak_from_this()](const ShareOutcome& outcome) {
+                    if (!outcome.isDone && !outcome.message.empty())
+                        NSLog("share: %s", outcome.message.c_str());
                     const auto self = std::static_pointer_cast<UIActivityViewController>(life.lock());
                     if (self) self->answered(outcome);
                 });
@@ -117,7 +119,6 @@ void UIActivityViewController::share(const ShareDestination& destination) {
 void UIActivityViewController::answered(const ShareOutcome& outcome) {
     if (!outcome.isDone) {
         _isBusy = false;
-        if (!outcome.message.empty()) NSLog("share: %s", outcome.message.c_str());
         _sheet->say(outcome.message, UIActivitySheetView::Tone::mistake);
         return;
     }

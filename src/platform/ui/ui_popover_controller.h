@@ -22,13 +22,11 @@ class UIPopoverController {
         return std::make_shared<UIPopoverController>(std::move(content));
     }
 
-    const std::shared_ptr<UIViewController>& contentViewController() const { return _content; }
     /// Shows the content at its preferred size, above or below the item's button, over that button's screen.
     /// It follows the button where the window's size changes, and lives on without this object. Nothing, with
     /// a log line, for an item that has no button on a window.
     void presentPopoverFromBarButtonItem(const std::shared_ptr<UIBarButtonItem>& item,
                                          uint32_t permittedArrowDirections, bool animated);
-    void dismissPopoverAnimated(bool animated) { _content->dismissViewControllerAnimated(animated); }
 
   private:
     std::shared_ptr<UIViewController> _content;
